@@ -1,0 +1,16 @@
+#ifndef ZEANIMATIONCONFIG_H
+#define ZEANIMATIONCONFIG_H
+
+// Symbol visibility of the shared library. The library is built with default visibility, so the
+// macro is empty on this platform; it marks the exported classes for builds that hide symbols.
+#if defined(_WIN32)
+#if defined(zeAnimation_EXPORTS)
+#define ZEANIMATION_EXPORT __declspec(dllexport)
+#else
+#define ZEANIMATION_EXPORT __declspec(dllimport)
+#endif
+#else
+#define ZEANIMATION_EXPORT __attribute__((visibility("default")))
+#endif
+
+#endif // ZEANIMATIONCONFIG_H

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Runs the whole test suite from any state of the machine: installs missing packages, configures,
+# builds and runs ctest twice, once in an optimised build and once under AddressSanitizer and
+# UndefinedBehaviorSanitizer.  Pass --quick to skip the sanitizer build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+quick=0
+[ "${1:-}" = "--quick" ] && quick=1
+
+scripts/setup.sh
+
+jobs=$(nproc)
+generator=()
+command -v ninja >/dev/null && generator=(-G Ninja)
+
+run_suite() {
+    local dir=$1; shift
+    if [ ! -f "$dir/CMakeCache.txt" ]; then
+        cmake -S . -B "$dir" "${generator[@]}" "$@" >/dev/null
+    fi
+    cmake --build "$dir" --parallel "$jobs"
+    (cd "$dir" && ctest --output-on-failure --parallel "$jobs" --timeout 600)
+}
+
+echo "== optimised build"
+run_suite build/release -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+if [ $quick -eq 0 ]; then
+    echo "== sanitizer build (ASan + UBSan)"
+    export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:strict_string_checks=1
+    export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+    run_suite build/asan -DCMAKE_BUILD_TYPE=Debug -DZE_SANITIZE=ON -DZE_BUILD_BENCHMARKS=OFF
+fi
