@@ -1,0 +1,850 @@
+#include <zeAnimation/zeAnimationManager.h>
+
+#include <zeAnimation/zeAnimationController.h>
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationField.h>
+#include <zeAnimation/zeAnimationObject.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationStreak.h>
+#include <zeAnimation/zeAnimationStrip.h>
+#include <zeAnimation/zeAnimationUnit.h>
+#include <zeAnimation/zeAnimationUtils.h>
+#include <zeAnimation/zeControlPoint2D.h>
+
+#include <cstdio>
+#include <ctime>
+#include <iostream>
+
+osg::NodePtr zeAnimationManager::_sceneRoot;
+osg::UInt32 zeAnimationManager::_nodeCounter = 0;
+osg::UInt32 zeAnimationManager::_importNodeCount = 0;
+zeAnimationManager::SetFromAtUpCB zeAnimationManager::_sCamFAU = nullptr;
+zeAnimationManager::GetFromAtUpCB zeAnimationManager::_gCamFAU = nullptr;
+zeAnimationManager::SetRollCB zeAnimationManager::_sCamRoll = nullptr;
+zeAnimationManager::GetRollCB zeAnimationManager::_gCamRoll = nullptr;
+zeAnimationManager::ShowCurvesCB zeAnimationManager::_showCurvesFP = nullptr;
+zeAnimationManager::FileIOProgressCB zeAnimationManager::_progressFP = nullptr;
+zeAnimationManager::UpdatePasteCB zeAnimationManager::_updatePasteFP = nullptr;
+osg::UInt64 zeAnimationManager::_uidSeed = 0;
+
+// ---- Singleton and set-up ---------------------------------------------------------------------
+
+zeAnimationManager* zeAnimationManager::the()
+{
+    static zeAnimationManager instance;
+    return &instance;
+}
+
+zeAnimationManager::zeAnimationManager() : QObject(nullptr), _oldID(0), _newID(0), _bulkSurvivors(nullptr)
+{
+}
+
+zeAnimationManager::~zeAnimationManager()
+{
+    // Objects and fields still registered at exit are released without touching the scene (which
+    // may already be gone) and without the destructors' recursion into the registry.
+    for (ObjectMap::value_type& entry : _objects) {
+        if (entry.second) {
+            entry.second->childIds.clear();
+            deleteObject(entry.second);
+        }
+    }
+    for (FieldMap::value_type& entry : _fields)
+        delete entry.second;
+    _objects.clear();
+    _objectIndex.clear();
+    _fields.clear();
+}
+
+void zeAnimationManager::init(QWidget*)
+{
+    _oldID = 0;
+    _newID = 0;
+    const osg::UInt64 now = static_cast<osg::UInt64>(std::time(nullptr));
+    if (now != 0)
+        _uidSeed = now;
+    step();
+}
+
+void zeAnimationManager::terminate()
+{
+    if (_copyBuffer.empty())
+        return;
+    const std::vector<zeAnimationObject*> buffer = _copyBuffer;
+    _copyBuffer.clear();
+    for (zeAnimationObject* object : buffer) {
+        if (object)
+            destroyObject(object);
+    }
+    updatePaste(false);
+}
+
+void zeAnimationManager::setSceneRootNode(const osg::NodePtr& root)
+{
+    _sceneRoot = root;
+}
+
+// ---- Identifiers ------------------------------------------------------------------------------
+
+osg::UInt64 zeAnimationManager::step()
+{
+    _uidSeed = _uidSeed * 1664525ULL + 1013904223ULL;
+    return _uidSeed;
+}
+
+osg::UInt64 zeAnimationManager::random(osg::UInt64 seed)
+{
+    if (seed != 0)
+        _uidSeed = seed;
+    return step();
+}
+
+osg::UInt64 zeAnimationManager::drawFreshID()
+{
+    for (;;) {
+        const osg::UInt64 candidate = step();
+        if (candidate != 0 && _objectIndex.count(candidate) == 0 && _fields.count(candidate) == 0)
+            return candidate;
+    }
+}
+
+osg::UInt64 zeAnimationManager::createUID()
+{
+    return drawFreshID();
+}
+
+bool zeAnimationManager::isIDUnique(osg::UInt64 id)
+{
+    return _objectIndex.count(id) == 0 && _fields.count(id) == 0;
+}
+
+void zeAnimationManager::setID(osg::UInt64 id, zeAnimationObject* obj)
+{
+    if (!obj)
+        return;
+    const osg::UInt64 old = obj->id;
+    osg::UInt64 target = id;
+    if (!isIDUnique(id)) {
+        target = drawFreshID();
+        if (_sceneRoot != osg::NullFC) {
+            _oldID = id;
+            _newID = target;
+        }
+    }
+    const bool registered = getObject(old) == obj;
+    obj->id = target;
+    if (registered) {
+        unregisterObject(old);
+        registerObject(obj);
+    }
+}
+
+void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
+{
+    if (!field)
+        return;
+    const osg::UInt64 old = field->id;
+    osg::UInt64 target = id;
+    if (!isIDUnique(id)) {
+        target = drawFreshID();
+        if (_sceneRoot != osg::NullFC) {
+            _oldID = id;
+            _newID = target;
+        }
+    }
+    FieldMap::iterator entry = _fields.find(old);
+    const bool registered = entry != _fields.end() && entry->second == field;
+    field->id = target;
+    if (registered) {
+        _fields.erase(entry);
+        _fields.emplace(target, field);
+    }
+}
+
+// ---- Registration -----------------------------------------------------------------------------
+
+void zeAnimationManager::registerObject(zeAnimationObject* object)
+{
+    // An identifier that is already registered keeps its first object.
+    if (_objects.emplace(object->id, object).second)
+        _objectIndex.emplace(object->id, object);
+}
+
+void zeAnimationManager::unregisterObject(osg::UInt64 id)
+{
+    _objects.erase(id);
+    _objectIndex.erase(id);
+}
+
+void zeAnimationManager::registerField(zeAnimationField* field)
+{
+    _fields.emplace(field->id, field);
+}
+
+template <class T>
+T* zeAnimationManager::registerCreated(T* object)
+{
+    registerObject(object);
+    return object;
+}
+
+// Every object is deleted through its concrete type, chosen by its type id; the destructors are
+// deliberately not virtual, and this is the one place that knows all the types.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdelete-non-virtual-dtor"
+void zeAnimationManager::deleteObject(zeAnimationObject* object)
+{
+    switch (object->getTypeID()) {
+    case 1:
+        delete static_cast<zeControlPoint2D*>(object);
+        break;
+    case 2:
+        delete static_cast<zeAnimationCurve2D*>(object);
+        break;
+    case 3:
+        delete static_cast<zeAnimationUnit*>(object);
+        break;
+    case 4:
+        delete static_cast<zeAnimationStreak*>(object);
+        break;
+    case 5:
+        delete static_cast<zeAnimationStrip*>(object);
+        break;
+    case 6:
+        delete static_cast<zeAnimationSequence*>(object);
+        break;
+    default:
+        delete object;
+        break;
+    }
+}
+#pragma GCC diagnostic pop
+
+// ---- Lookups ----------------------------------------------------------------------------------
+
+zeAnimationObject* zeAnimationManager::getObject(osg::UInt64 id) const
+{
+    const std::unordered_map<osg::UInt64, zeAnimationObject*>::const_iterator it = _objectIndex.find(id);
+    return it == _objectIndex.end() ? nullptr : it->second;
+}
+
+template <class T>
+T* zeAnimationManager::typedLookup(osg::UInt64 id, osg::UInt32 typeID) const
+{
+    zeAnimationObject* object = getObject(id);
+    return object && object->getTypeID() == typeID ? static_cast<T*>(object) : nullptr;
+}
+
+zeControlPoint2D* zeAnimationManager::getPoint2D(osg::UInt64 id) const
+{
+    return typedLookup<zeControlPoint2D>(id, 1);
+}
+
+zeAnimationCurve2D* zeAnimationManager::getCurve2D(osg::UInt64 id) const
+{
+    return typedLookup<zeAnimationCurve2D>(id, 2);
+}
+
+zeAnimationUnit* zeAnimationManager::getUnit(osg::UInt64 id) const
+{
+    return typedLookup<zeAnimationUnit>(id, 3);
+}
+
+zeAnimationStreak* zeAnimationManager::getStreak(osg::UInt64 id) const
+{
+    return typedLookup<zeAnimationStreak>(id, 4);
+}
+
+zeAnimationStrip* zeAnimationManager::getStrip(osg::UInt64 id) const
+{
+    return typedLookup<zeAnimationStrip>(id, 5);
+}
+
+zeAnimationSequence* zeAnimationManager::getSequence(osg::UInt64 id) const
+{
+    return typedLookup<zeAnimationSequence>(id, 6);
+}
+
+zeAnimationField* zeAnimationManager::getField(osg::UInt64 id) const
+{
+    const FieldMap::const_iterator it = _fields.find(id);
+    return it == _fields.end() ? nullptr : it->second;
+}
+
+zeAnimationObject* zeAnimationManager::getObject(const std::string& name) const
+{
+    if (name.empty())
+        return nullptr;
+    for (const ObjectMap::value_type& entry : _objects) {
+        if (entry.second && entry.second->name == name)
+            return entry.second;
+    }
+    return nullptr;
+}
+
+bool zeAnimationManager::isObjectNameUnique(const std::string& name) const
+{
+    if (name.empty())
+        return false;
+    return getObject(name) == nullptr;
+}
+
+zeAnimationObject* zeAnimationManager::registeredParent(const zeAnimationObject* object) const
+{
+    return object->parentId ? getObject(object->parentId) : nullptr;
+}
+
+std::vector<zeAnimationUnit*> zeAnimationManager::getSceneUnits() const
+{
+    std::vector<zeAnimationUnit*> units;
+    for (const ObjectMap::value_type& entry : _objects) {
+        zeAnimationObject* object = entry.second;
+        if (object && object->getTypeID() == 3 && !object->hidden && !registeredParent(object))
+            units.push_back(static_cast<zeAnimationUnit*>(object));
+    }
+    return units;
+}
+
+std::vector<zeAnimationUnit*> zeAnimationManager::getActiveSceneUnits() const
+{
+    std::vector<zeAnimationUnit*> units;
+    for (const ObjectMap::value_type& entry : _objects) {
+        zeAnimationObject* object = entry.second;
+        if (object && object->getTypeID() == 3 && object->active && !object->hidden && !registeredParent(object))
+            units.push_back(static_cast<zeAnimationUnit*>(object));
+    }
+    return units;
+}
+
+std::vector<zeAnimationStrip*> zeAnimationManager::getSceneStrips() const
+{
+    std::vector<zeAnimationStrip*> strips;
+    for (const ObjectMap::value_type& entry : _objects) {
+        zeAnimationObject* object = entry.second;
+        if (object && object->getTypeID() == 5 && !object->hidden && !registeredParent(object))
+            strips.push_back(static_cast<zeAnimationStrip*>(object));
+    }
+    return strips;
+}
+
+std::vector<zeAnimationField*> zeAnimationManager::getReferencedFields(osg::UInt32 containerId) const
+{
+    std::vector<zeAnimationField*> fields;
+    for (const ObjectMap::value_type& entry : _objects) {
+        zeAnimationObject* object = entry.second;
+        if (!object || object->getTypeID() != 2)
+            continue;
+        zeAnimationField* field = getField(static_cast<zeAnimationCurve2D*>(object)->fieldId);
+        if (field && field->fcID == containerId)
+            fields.push_back(field);
+    }
+    return fields;
+}
+
+std::vector<zeAnimationCurve2D*> zeAnimationManager::getReferencedCurves(osg::UInt64 fieldId) const
+{
+    std::vector<zeAnimationCurve2D*> curves;
+    const zeAnimationField* field = getField(fieldId);
+    if (!field)
+        return curves;
+    for (const ObjectMap::value_type& entry : _objects) {
+        zeAnimationObject* object = entry.second;
+        if (!object || object->getTypeID() != 2)
+            continue;
+        zeAnimationCurve2D* curve = static_cast<zeAnimationCurve2D*>(object);
+        if (getField(curve->fieldId) == field)
+            curves.push_back(curve);
+    }
+    return curves;
+}
+
+// ---- Factory ----------------------------------------------------------------------------------
+
+zeAnimationObject* zeAnimationManager::createObject(osg::UInt64 id)
+{
+    zeAnimationObject* object = new zeAnimationObject();
+    object->id = id != 0 ? id : createUID();
+    return registerCreated(object);
+}
+
+zeAnimationField* zeAnimationManager::createField(osg::UInt64 id)
+{
+    zeAnimationField* field = new zeAnimationField(id);
+    registerField(field);
+    return field;
+}
+
+zeControlPoint2D* zeAnimationManager::createPoint2D(osg::UInt64 id)
+{
+    return registerCreated(new zeControlPoint2D("Point", id, false));
+}
+
+zeControlPoint2D* zeAnimationManager::createPoint2D(float x, float y, osg::UInt64 id)
+{
+    return registerCreated(new zeControlPoint2D(x, y, "Point", id, false));
+}
+
+zeAnimationCurve2D* zeAnimationManager::createCurve2D(osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationCurve2D("Curve", id));
+}
+
+zeAnimationCurve2D* zeAnimationManager::createCurve2D(zeAnimationField* field, std::string name, osg::UInt64 id,
+                                                      bool attach)
+{
+    zeAnimationCurve2D* curve = registerCreated(new zeAnimationCurve2D(name, id));
+    curve->setAnimationField(field);
+    (void)attach; // Scene attachments: bound to the field's node by the scene binding.
+    return curve;
+}
+
+zeAnimationUnit* zeAnimationManager::createUnit(osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationUnit("Block", id));
+}
+
+zeAnimationUnit* zeAnimationManager::createUnit(const std::string& name, osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationUnit(name, id));
+}
+
+zeAnimationUnit* zeAnimationManager::createUnit(const std::vector<zeAnimationCurve2D*>& curves, std::string name,
+                                                osg::UInt64 id, bool attach)
+{
+    if (curves.empty())
+        return nullptr;
+    zeAnimationUnit* unit = registerCreated(new zeAnimationUnit(name, id));
+    for (zeAnimationCurve2D* curve : curves) {
+        if (curve)
+            unit->addObject(curve);
+    }
+    (void)attach; // Scene attachments: bound to the block's node by the scene binding.
+    return unit;
+}
+
+zeAnimationStreak* zeAnimationManager::createStreak(osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationStreak("Track", id));
+}
+
+zeAnimationStreak* zeAnimationManager::createStreak(const std::string& name, osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationStreak(name, id));
+}
+
+zeAnimationStrip* zeAnimationManager::createStrip(osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationStrip("Clip", id));
+}
+
+zeAnimationStrip* zeAnimationManager::createStrip(const std::string& name, osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationStrip(name, id));
+}
+
+zeAnimationSequence* zeAnimationManager::createSequence(const std::string& name, osg::UInt64 id)
+{
+    return registerCreated(new zeAnimationSequence(name, id));
+}
+
+bool zeAnimationManager::createCurvePoint(zeAnimationCurve2D* curve, float x, bool select)
+{
+    if (!curve)
+        return false;
+    float y = 0.0f;
+    if (!zeAnimationController::computeCurveValue(curve, x, y)) {
+        const zeAnimationCurve2D::PointMap points = curve->getPoints();
+        if (!points.empty())
+            y = points.begin()->second->getY();
+    }
+    return createCurvePoint(curve, x, y, select, false, false);
+}
+
+bool zeAnimationManager::createCurvePoint(zeAnimationCurve2D* curve, float x, float y, bool select, bool lock,
+                                          bool snap)
+{
+    if (!curve)
+        return false;
+    if (snap)
+        x = zeAnimationUtils::snap(x);
+    if (!curve->checkInsertConstraints(x))
+        return false;
+    zeControlPoint2D* point = createPoint2D(x, y, 0);
+    point->setSelected(select);
+    point->setLocked(lock);
+    if (!curve->addObject(point)) {
+        destroyPoint2D(point);
+        return false;
+    }
+    return true;
+}
+
+// ---- Duplication ------------------------------------------------------------------------------
+
+zeAnimationObject* zeAnimationManager::duplicateObject(zeAnimationObject* object)
+{
+    if (!object)
+        return nullptr;
+    switch (object->getTypeID()) {
+    case 1:
+        return duplicatePoint2D(static_cast<zeControlPoint2D*>(object));
+    case 2:
+        return duplicateCurve2D(static_cast<zeAnimationCurve2D*>(object));
+    case 3:
+        return duplicateUnit(static_cast<zeAnimationUnit*>(object), false);
+    case 4:
+        return duplicateStreak(static_cast<zeAnimationStreak*>(object));
+    case 5:
+        return duplicateStrip(static_cast<zeAnimationStrip*>(object));
+    default:
+        return nullptr;
+    }
+}
+
+zeControlPoint2D* zeAnimationManager::duplicatePoint2D(zeControlPoint2D* point)
+{
+    return point ? registerCreated(new zeControlPoint2D(*point)) : nullptr;
+}
+
+zeAnimationCurve2D* zeAnimationManager::duplicateCurve2D(zeAnimationCurve2D* curve)
+{
+    return curve ? registerCreated(new zeAnimationCurve2D(*curve)) : nullptr;
+}
+
+zeAnimationUnit* zeAnimationManager::duplicateUnit(zeAnimationUnit* unit, bool attach)
+{
+    if (!unit)
+        return nullptr;
+    (void)attach; // Scene attachments: bound to the block's node by the scene binding.
+    return registerCreated(new zeAnimationUnit(*unit));
+}
+
+zeAnimationStreak* zeAnimationManager::duplicateStreak(zeAnimationStreak* streak)
+{
+    return streak ? registerCreated(new zeAnimationStreak(*streak)) : nullptr;
+}
+
+zeAnimationStrip* zeAnimationManager::duplicateStrip(zeAnimationStrip* strip)
+{
+    return strip ? registerCreated(new zeAnimationStrip(*strip)) : nullptr;
+}
+
+zeAnimationSequence* zeAnimationManager::duplicateSequence(zeAnimationSequence* sequence)
+{
+    return sequence ? registerCreated(new zeAnimationSequence(*sequence)) : nullptr;
+}
+
+zeAnimationField* zeAnimationManager::duplicateField(zeAnimationField* field)
+{
+    if (!field)
+        return nullptr;
+    zeAnimationField* copy = new zeAnimationField(*field);
+    registerField(copy);
+    return copy;
+}
+
+// ---- Destruction ------------------------------------------------------------------------------
+
+void zeAnimationManager::detachFromScene(zeAnimationObject*)
+{
+    // Curves and blocks leave their scene node's animation attachment here once the scene
+    // binding is in place.
+}
+
+void zeAnimationManager::destroyObjectAs(zeAnimationObject* object, osg::UInt32 typeID)
+{
+    if (!object)
+        return;
+    detachFromScene(object);
+    if (zeAnimationObject* parent = registeredParent(object)) {
+        // A key tells its parent only when that parent is a curve. During destroyAllObjects only
+        // parents that outlive the run are told; the others are destroyed later in it.
+        const bool tell = (typeID != 1 || parent->getTypeID() == 2) &&
+                          (!_bulkSurvivors || _bulkSurvivors->count(parent->id) != 0);
+        if (tell)
+            parent->subObject(object, false);
+    }
+    // The object may have been re-registered under a different identifier by a parent's update;
+    // remove exactly the entry that holds it.
+    ObjectMap::iterator entry = _objects.find(object->id);
+    if (entry != _objects.end() && entry->second == object)
+        unregisterObject(object->id);
+    deleteObject(object);
+}
+
+void zeAnimationManager::destroyObject(zeAnimationObject* object)
+{
+    destroyObjectAs(object, object ? object->getTypeID() : 0);
+}
+
+void zeAnimationManager::destroyPoint2D(zeControlPoint2D* point)
+{
+    destroyObjectAs(point, 1);
+}
+
+void zeAnimationManager::destroyCurve2D(zeAnimationCurve2D* curve)
+{
+    destroyObjectAs(curve, 2);
+}
+
+void zeAnimationManager::destroyUnit(zeAnimationUnit* unit)
+{
+    destroyObjectAs(unit, 3);
+}
+
+void zeAnimationManager::destroyStreak(zeAnimationStreak* streak)
+{
+    destroyObjectAs(streak, 4);
+}
+
+void zeAnimationManager::destroyStrip(zeAnimationStrip* strip)
+{
+    destroyObjectAs(strip, 5);
+}
+
+void zeAnimationManager::destroySequence(zeAnimationSequence* sequence)
+{
+    destroyObjectAs(sequence, 6);
+}
+
+void zeAnimationManager::destroyField(zeAnimationField* field)
+{
+    if (!field)
+        return;
+    FieldMap::iterator entry = _fields.find(field->id);
+    if (entry != _fields.end() && entry->second == field)
+        _fields.erase(entry);
+    delete field;
+}
+
+void zeAnimationManager::destroyAllObjects(bool includeHidden)
+{
+    // The outcome is that of repeatedly destroying the registered object with the smallest
+    // identifier that may be destroyed (with its subtree) while at least two objects remain.
+    // Whether an object may be destroyed never changes during the run, so a rescan from the
+    // start finds nothing before the last position: one forward pass gives the same order. It
+    // is worked out on identifiers first, so the survivors are known before anything is
+    // destroyed and parents that die anyway need not be kept up to date child by child.
+    if (_objects.size() < 2)
+        return;
+    std::set<osg::UInt64> dead;
+    std::vector<osg::UInt64> roots;
+    std::size_t alive = _objects.size();
+    std::vector<osg::UInt64> pending;
+    for (const ObjectMap::value_type& entry : _objects) {
+        if (alive < 2)
+            break;
+        if (dead.count(entry.first))
+            continue;
+        const zeAnimationObject* object = entry.second;
+        if (object && !includeHidden && object->hidden)
+            continue;
+        roots.push_back(entry.first);
+        pending.assign(1, entry.first);
+        while (!pending.empty()) {
+            const osg::UInt64 current = pending.back();
+            pending.pop_back();
+            if (!dead.insert(current).second)
+                continue;
+            --alive;
+            const zeAnimationObject* victim = getObject(current);
+            if (!victim)
+                continue;
+            for (osg::UInt64 childId : victim->childIds) {
+                if (childId != current && getObject(childId) && !dead.count(childId))
+                    pending.push_back(childId);
+            }
+        }
+    }
+    std::set<osg::UInt64> survivors;
+    for (const ObjectMap::value_type& entry : _objects) {
+        if (!dead.count(entry.first))
+            survivors.insert(entry.first);
+    }
+    _bulkSurvivors = &survivors;
+    for (osg::UInt64 rootId : roots) {
+        ObjectMap::iterator entry = _objects.find(rootId);
+        if (entry == _objects.end())
+            continue;
+        if (entry->second)
+            destroyObject(entry->second);
+        else
+            unregisterObject(rootId);
+    }
+    _bulkSurvivors = nullptr;
+}
+
+void zeAnimationManager::destroyAllFields()
+{
+    for (FieldMap::value_type& entry : _fields)
+        delete entry.second;
+    _fields.clear();
+}
+
+void zeAnimationManager::destroyUnreferencedObjectsAndFields()
+{
+    // With a scene root, the identifiers the scene references are collected here by the scene
+    // binding before anything is judged unreferenced.
+    std::vector<zeAnimationObject*> objects;
+    for (const ObjectMap::value_type& entry : _objects) {
+        zeAnimationObject* object = entry.second;
+        if (object && object->getTypeID() != 5 && !registeredParent(object) && !object->hidden &&
+            _actualObjectIDs.count(entry.first) == 0)
+            objects.push_back(object);
+    }
+    // Destroying one listed object may take another listed one with it (a stale child entry);
+    // resolve each again by identifier before destroying it.
+    std::vector<osg::UInt64> ids;
+    ids.reserve(objects.size());
+    for (zeAnimationObject* object : objects)
+        ids.push_back(object->id);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        zeAnimationObject* object = getObject(ids[i]);
+        if (object == objects[i])
+            destroyObject(object);
+    }
+    std::vector<zeAnimationField*> fields;
+    for (const FieldMap::value_type& entry : _fields) {
+        if (_actualFieldIDs.count(entry.first) == 0)
+            fields.push_back(entry.second);
+    }
+    for (zeAnimationField* field : fields)
+        destroyField(field);
+}
+
+// ---- Moving -----------------------------------------------------------------------------------
+
+bool zeAnimationManager::moveObjectToStreak(zeAnimationObject* obj, zeAnimationStreak* track)
+{
+    if (!obj || !track)
+        return false;
+    zeAnimationObject* parent = registeredParent(obj);
+    if (!parent || parent->getTypeID() != 4 || parent == track)
+        return false;
+    if (!parent->subObject(obj, false))
+        return false;
+    track->addObject(obj);
+    return true;
+}
+
+bool zeAnimationManager::moveObjectToStreak(zeAnimationObject* obj, zeAnimationStrip* clip, osg::UInt32 index)
+{
+    if (!obj || !clip)
+        return false;
+    while (clip->getStreakAmount() <= index)
+        clip->addObject(createStreak(0));
+    return moveObjectToStreak(obj, clip->getStreak(index));
+}
+
+// ---- Connections and triggers -----------------------------------------------------------------
+
+bool zeAnimationManager::createConnection(zeAnimationObject* source, AnimationTrigger trigger,
+                                          zeAnimationObject* target, AnimationAction action)
+{
+    if (!source || !target)
+        return false;
+    const osg::UInt64 key = drawFreshID();
+    source->addTrigger(key, trigger);
+    _objectConnections[key] = std::make_pair(target->id, action);
+    return true;
+}
+
+bool zeAnimationManager::createConnection(zeAnimationObject* source, AnimationTrigger trigger,
+                                          ConnectionFunction function)
+{
+    if (!source || !function)
+        return false;
+    const osg::UInt64 key = drawFreshID();
+    source->addTrigger(key, trigger);
+    _functionConnections[key] = function;
+    return true;
+}
+
+void zeAnimationManager::executeTriggers(std::vector<osg::UInt64>)
+{
+    // Starting and stopping targets belongs to playback, which takes these keys over.
+}
+
+// ---- Host callbacks ---------------------------------------------------------------------------
+
+void zeAnimationManager::setFromAtUp(const osg::Point<float, 3>& from, const osg::Point<float, 3>& at,
+                                     const osg::Vector<float, 3>& up)
+{
+    if (_sCamFAU)
+        _sCamFAU(-1, from, at, up);
+}
+
+void zeAnimationManager::getFromAtUp(osg::Point<float, 3>& from, osg::Point<float, 3>& at,
+                                     osg::Vector<float, 3>& up)
+{
+    if (_gCamFAU) {
+        _gCamFAU(-1, from, at, up);
+        return;
+    }
+    from.setValues(0.0f, 0.0f, 0.0f);
+    at.setValues(0.0f, 0.0f, 0.0f);
+    up.setValues(0.0f, 0.0f, 0.0f);
+}
+
+void zeAnimationManager::setRoll(float roll)
+{
+    if (_sCamRoll)
+        _sCamRoll(-1, roll);
+}
+
+void zeAnimationManager::getRoll(float& roll)
+{
+    roll = _gCamRoll ? _gCamRoll(-1) : 0.0f;
+}
+
+void zeAnimationManager::showCurves(const std::vector<zeAnimationCurve2D*>& curves)
+{
+    if (_showCurvesFP)
+        _showCurvesFP(curves);
+}
+
+void zeAnimationManager::setFileIOProgress(unsigned int progress)
+{
+    if (_progressFP)
+        _progressFP(progress);
+}
+
+void zeAnimationManager::updatePaste(bool available)
+{
+    if (_updatePasteFP)
+        _updatePasteFP(available);
+}
+
+// ---- Diagnostics ------------------------------------------------------------------------------
+
+void zeAnimationManager::objectInfo()
+{
+    std::cout << "ANIMATION_MANAGER Object Info" << std::endl;
+    std::cout << "=============================" << std::endl;
+    for (const ObjectMap::value_type& entry : _objects) {
+        if (entry.second)
+            std::cout << "Object " << entry.first << " name " << entry.second->name << " type "
+                      << entry.second->getTypeID() << std::endl;
+    }
+    for (const FieldMap::value_type& entry : _fields) {
+        if (entry.second)
+            std::cout << "Field " << entry.first << " node id " << entry.second->nodeID << " fcid "
+                      << entry.second->fcID << std::endl;
+    }
+}
+
+void zeAnimationManager::printFieldInfo(zeAnimationField* field)
+{
+    if (!field)
+        return;
+    std::cout << "Field Info:" << std::endl;
+    std::cout << "\tid " << field->id << std::endl;
+    std::cout << "\tname " << field->name << std::endl;
+    std::cout << "\tattribute " << field->attribute << std::endl;
+    std::cout << "\tfcID " << field->fcID << std::endl;
+    std::cout << "\tnodeID " << field->nodeID << std::endl;
+    std::cout << "\tvalue " << field->value << std::endl;
+    std::cout << "\tvaluePos " << field->valuePos << std::endl;
+    std::cout << "\tdirty " << (field->dirty ? 1 : 0) << std::endl;
+    std::cout << std::endl;
+}

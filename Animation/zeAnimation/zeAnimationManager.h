@@ -1,0 +1,234 @@
+#ifndef ZEANIMATIONMANAGER_H
+#define ZEANIMATIONMANAGER_H
+
+#include <zeAnimation/zeAnimationConfig.h>
+
+#include <OpenSG/OSGBaseTypes.h>
+#include <OpenSG/OSGNode.h>
+#include <OpenSG/OSGVector.h>
+
+#include <QObject>
+
+#include <map>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+class QWidget;
+
+class zeAnimationObject;
+class zeControlPoint2D;
+class zeAnimationCurve2D;
+class zeAnimationUnit;
+class zeAnimationStreak;
+class zeAnimationStrip;
+class zeAnimationSequence;
+class zeAnimationField;
+
+// The one registry and factory of the library. Every animation object and every animation field
+// lives in one of its two maps under a 64-bit identifier; everything else refers to objects by
+// identifier and resolves them here at each use, so a destroyed object is simply not found.
+class ZEANIMATION_EXPORT zeAnimationManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum AnimationTrigger
+    {
+        TriggerStart = 0,
+        TriggerEnd = 1
+    };
+
+    enum AnimationAction
+    {
+        ActionStart = 0,
+        ActionStop = 1
+    };
+
+    typedef std::map<osg::UInt64, zeAnimationObject*> ObjectMap;
+    typedef std::map<osg::UInt64, zeAnimationField*> FieldMap;
+
+    typedef void (*SetFromAtUpCB)(int camera, const osg::Point<float, 3>& from, const osg::Point<float, 3>& at,
+                                  const osg::Vector<float, 3>& up);
+    typedef void (*GetFromAtUpCB)(int camera, osg::Point<float, 3>& from, osg::Point<float, 3>& at,
+                                  osg::Vector<float, 3>& up);
+    typedef void (*SetRollCB)(int camera, const float& roll);
+    typedef float (*GetRollCB)(int camera);
+    typedef void (*ShowCurvesCB)(const std::vector<zeAnimationCurve2D*>& curves);
+    typedef void (*FileIOProgressCB)(unsigned int progress);
+    typedef void (*UpdatePasteCB)(bool available);
+    typedef void (*ConnectionFunction)();
+
+    // ---- Singleton and set-up -------------------------------------------------------------
+    static zeAnimationManager* the();
+    void init(QWidget* parent);
+    void terminate();
+    static void setSceneRootNode(const osg::NodePtr& root);
+    static osg::NodePtr getSceneRootNode() { return _sceneRoot; }
+
+    // ---- Identifiers ----------------------------------------------------------------------
+    osg::UInt64 random(osg::UInt64 seed);
+    osg::UInt64 createUID();
+    bool isIDUnique(osg::UInt64 id);
+    void setID(osg::UInt64 id, zeAnimationObject* obj);
+    void setID(osg::UInt64 id, zeAnimationField* field);
+
+    // ---- Lookups --------------------------------------------------------------------------
+    zeAnimationObject* getObject(osg::UInt64 id) const;
+    zeAnimationObject* getObject(const std::string& name) const;
+    zeControlPoint2D* getPoint2D(osg::UInt64 id) const;
+    zeAnimationCurve2D* getCurve2D(osg::UInt64 id) const;
+    zeAnimationUnit* getUnit(osg::UInt64 id) const;
+    zeAnimationStreak* getStreak(osg::UInt64 id) const;
+    zeAnimationStrip* getStrip(osg::UInt64 id) const;
+    zeAnimationSequence* getSequence(osg::UInt64 id) const;
+    zeAnimationField* getField(osg::UInt64 id) const;
+    ObjectMap getObjects() const { return _objects; }
+    FieldMap getFields() const { return _fields; }
+    std::size_t getObjectCount() const { return _objects.size(); }
+    std::size_t getFieldCount() const { return _fields.size(); }
+    bool isObjectNameUnique(const std::string& name) const;
+
+    // Scene queries: parentless, visible objects of one type, in identifier order.
+    std::vector<zeAnimationUnit*> getSceneUnits() const;
+    std::vector<zeAnimationUnit*> getActiveSceneUnits() const;
+    std::vector<zeAnimationStrip*> getSceneStrips() const;
+    std::vector<zeAnimationField*> getReferencedFields(osg::UInt32 containerId) const;
+    std::vector<zeAnimationCurve2D*> getReferencedCurves(osg::UInt64 fieldId) const;
+
+    // ---- Factory --------------------------------------------------------------------------
+    zeAnimationObject* createObject(osg::UInt64 id = 0);
+    zeAnimationField* createField(osg::UInt64 id = 0);
+    zeControlPoint2D* createPoint2D(osg::UInt64 id = 0);
+    zeControlPoint2D* createPoint2D(float x, float y, osg::UInt64 id = 0);
+    zeAnimationCurve2D* createCurve2D(osg::UInt64 id = 0);
+    zeAnimationCurve2D* createCurve2D(zeAnimationField* field, std::string name, osg::UInt64 id = 0,
+                                      bool attach = false);
+    zeAnimationUnit* createUnit(osg::UInt64 id = 0);
+    zeAnimationUnit* createUnit(const std::string& name, osg::UInt64 id = 0);
+    zeAnimationUnit* createUnit(const std::vector<zeAnimationCurve2D*>& curves, std::string name,
+                                osg::UInt64 id = 0, bool attach = false);
+    zeAnimationStreak* createStreak(osg::UInt64 id = 0);
+    zeAnimationStreak* createStreak(const std::string& name, osg::UInt64 id = 0);
+    zeAnimationStrip* createStrip(osg::UInt64 id = 0);
+    zeAnimationStrip* createStrip(const std::string& name, osg::UInt64 id = 0);
+    zeAnimationSequence* createSequence(const std::string& name, osg::UInt64 id = 0);
+
+    // A key added to a curve at x (its value read from the curve there) or at (x, y). Both
+    // refuse (false) a null curve or an x that the curve's insert constraint rejects; the new key
+    // takes the curve's selection and lock state from the flags.
+    bool createCurvePoint(zeAnimationCurve2D* curve, float x, bool select = false);
+    bool createCurvePoint(zeAnimationCurve2D* curve, float x, float y, bool select, bool lock, bool snap);
+
+    // ---- Duplication ----------------------------------------------------------------------
+    zeAnimationObject* duplicateObject(zeAnimationObject* object);
+    zeControlPoint2D* duplicatePoint2D(zeControlPoint2D* point);
+    zeAnimationCurve2D* duplicateCurve2D(zeAnimationCurve2D* curve);
+    zeAnimationUnit* duplicateUnit(zeAnimationUnit* unit, bool attach = false);
+    zeAnimationStreak* duplicateStreak(zeAnimationStreak* streak);
+    zeAnimationStrip* duplicateStrip(zeAnimationStrip* strip);
+    zeAnimationSequence* duplicateSequence(zeAnimationSequence* sequence);
+    zeAnimationField* duplicateField(zeAnimationField* field);
+
+    // ---- Destruction ----------------------------------------------------------------------
+    void destroyObject(zeAnimationObject* object);
+    void destroyPoint2D(zeControlPoint2D* point);
+    void destroyCurve2D(zeAnimationCurve2D* curve);
+    void destroyUnit(zeAnimationUnit* unit);
+    void destroyStreak(zeAnimationStreak* streak);
+    void destroyStrip(zeAnimationStrip* strip);
+    void destroySequence(zeAnimationSequence* sequence);
+    void destroyField(zeAnimationField* field);
+    void destroyAllObjects(bool includeHidden);
+    void destroyAllFields();
+    void destroyUnreferencedObjectsAndFields();
+
+    // ---- Moving ---------------------------------------------------------------------------
+    bool moveObjectToStreak(zeAnimationObject* obj, zeAnimationStreak* track);
+    bool moveObjectToStreak(zeAnimationObject* obj, zeAnimationStrip* clip, osg::UInt32 index);
+
+    // ---- Connections and triggers ---------------------------------------------------------
+    bool createConnection(zeAnimationObject* source, AnimationTrigger trigger, zeAnimationObject* target,
+                          AnimationAction action);
+    bool createConnection(zeAnimationObject* source, AnimationTrigger trigger, ConnectionFunction function);
+    void executeTriggers(std::vector<osg::UInt64> keys);
+
+    // ---- Host callbacks -------------------------------------------------------------------
+    static void setFromAtUpCB(SetFromAtUpCB cb) { _sCamFAU = cb; }
+    static void setGetFromAtUpCB(GetFromAtUpCB cb) { _gCamFAU = cb; }
+    static void setRollCB(SetRollCB cb) { _sCamRoll = cb; }
+    static void setGetRollCB(GetRollCB cb) { _gCamRoll = cb; }
+    static void setShowCurvesCB(ShowCurvesCB cb) { _showCurvesFP = cb; }
+    static void setFileIOProgressCB(FileIOProgressCB cb) { _progressFP = cb; }
+    static void setUpdatePasteCB(UpdatePasteCB cb) { _updatePasteFP = cb; }
+
+    void setFromAtUp(const osg::Point<float, 3>& from, const osg::Point<float, 3>& at,
+                     const osg::Vector<float, 3>& up);
+    void getFromAtUp(osg::Point<float, 3>& from, osg::Point<float, 3>& at, osg::Vector<float, 3>& up);
+    void setRoll(float roll);
+    void getRoll(float& roll);
+    void showCurves(const std::vector<zeAnimationCurve2D*>& curves);
+    void setFileIOProgress(unsigned int progress);
+    void updatePaste(bool available);
+
+    // ---- Diagnostics ----------------------------------------------------------------------
+    void objectInfo();
+    void printFieldInfo(zeAnimationField* field);
+
+private:
+    zeAnimationManager();
+    ~zeAnimationManager();
+    zeAnimationManager(const zeAnimationManager&) = delete;
+    zeAnimationManager& operator=(const zeAnimationManager&) = delete;
+
+    osg::UInt64 step();
+    osg::UInt64 drawFreshID();
+    void registerObject(zeAnimationObject* object);
+    void unregisterObject(osg::UInt64 id);
+    void registerField(zeAnimationField* field);
+    static void deleteObject(zeAnimationObject* object);
+    template <class T>
+    T* typedLookup(osg::UInt64 id, osg::UInt32 typeID) const;
+    template <class T>
+    T* registerCreated(T* object);
+    void destroyObjectAs(zeAnimationObject* object, osg::UInt32 typeID);
+    void detachFromScene(zeAnimationObject* object);
+    zeAnimationObject* registeredParent(const zeAnimationObject* object) const;
+
+    osg::UInt64 _oldID;
+    osg::UInt64 _newID;
+    std::vector<std::string> _animationAttributes;
+    ObjectMap _objects;
+    FieldMap _fields;
+    std::set<osg::UInt64> _actualObjectIDs;
+    std::set<osg::UInt64> _actualFieldIDs;
+    // Connection targets are kept by identifier and resolved when a trigger fires, so destroying
+    // a target can never leave a dangling pointer behind.
+    std::map<osg::UInt64, std::pair<osg::UInt64, AnimationAction>> _objectConnections;
+    std::map<osg::UInt64, ConnectionFunction> _functionConnections;
+    std::vector<zeAnimationObject*> _copyBuffer;
+
+    // Hash index over _objects: lookups by identifier run on every hierarchy update and frame.
+    std::unordered_map<osg::UInt64, zeAnimationObject*> _objectIndex;
+    // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
+    // a child goes; every other parent is destroyed later in the same run anyway.
+    const std::set<osg::UInt64>* _bulkSurvivors;
+
+    static osg::NodePtr _sceneRoot;
+    static osg::UInt32 _nodeCounter;
+    static osg::UInt32 _importNodeCount;
+    static SetFromAtUpCB _sCamFAU;
+    static GetFromAtUpCB _gCamFAU;
+    static SetRollCB _sCamRoll;
+    static GetRollCB _gCamRoll;
+    static ShowCurvesCB _showCurvesFP;
+    static FileIOProgressCB _progressFP;
+    static UpdatePasteCB _updatePasteFP;
+    static osg::UInt64 _uidSeed;
+
+    friend class zeAnimationObject;
+};
+
+#endif // ZEANIMATIONMANAGER_H

@@ -1,0 +1,666 @@
+#include <zeAnimation/zeAnimationObject.h>
+
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationSequence.h>
+
+#include <cmath>
+
+osg::UInt32 zeAnimationObject::_typeID = 0;
+int zeAnimationObject::_depth = 0;
+zeAnimationObject zeAnimationObject::_the;
+
+namespace {
+
+zeAnimationManager* manager()
+{
+    return zeAnimationManager::the();
+}
+
+// A parent chain longer than the number of registered objects must contain a loop.
+std::size_t chainLimit()
+{
+    return manager()->getObjectCount() + 2;
+}
+
+} // namespace
+
+zeAnimationObject::zeAnimationObject()
+    : id(0), begin(EmptyLow), end(EmptyHigh), maximum(EmptyHigh), minimum(EmptyLow), untrimmedBegin(EmptyLow),
+      untrimmedEnd(EmptyHigh), startTime(0.0f), stopTime(0.0f), pauseTime(0.0f), lastFullFrame(0.0f),
+      name("Unnamed"), active(true), playing(false), reversePlay(false), repeating(false), pausing(false),
+      flipped(false), trimmed(false), selected(false), locked(false), hidden(false), motionBlur(false),
+      usePlayRange(false), startPlayRange(0.0f), endPlayRange(0.0f), startPlay(0.0f), parentId(0)
+{
+}
+
+zeAnimationObject::~zeAnimationObject()
+{
+    if (childIds.empty())
+        return;
+    // Work on a copy: destroying a child must never touch the list being walked.
+    const std::vector<osg::UInt64> children(childIds.begin(), childIds.end());
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 childId : children) {
+        zeAnimationObject* child = m->getObject(childId);
+        if (child && child != this)
+            m->destroyObject(child);
+    }
+    childIds.clear();
+}
+
+// ---- Virtual operations -----------------------------------------------------------------------
+
+void zeAnimationObject::setBegin(float value)
+{
+    begin = value;
+}
+
+void zeAnimationObject::setEnd(float value)
+{
+    end = value;
+}
+
+void zeAnimationObject::setMaximum(float value)
+{
+    maximum = value;
+}
+
+void zeAnimationObject::setMinimum(float value)
+{
+    minimum = value;
+}
+
+void zeAnimationObject::setActive(bool value)
+{
+    zeAnimationManager* m = manager();
+    // Copies: a descendant's setActive must not be able to change the set being walked.
+    const std::vector<osg::UInt64> curves(curveIds.begin(), curveIds.end());
+    for (osg::UInt64 curveId : curves) {
+        zeAnimationObject* curve = m->getObject(curveId);
+        if (curve && curve != this)
+            curve->setActive(value);
+    }
+    const std::vector<osg::UInt64> sequences(sequenceIds.begin(), sequenceIds.end());
+    for (osg::UInt64 sequenceId : sequences) {
+        zeAnimationObject* sequence = m->getObject(sequenceId);
+        if (sequence && sequence != this)
+            sequence->setActive(value);
+    }
+    active = value;
+}
+
+void zeAnimationObject::setPlaying(bool value)
+{
+    playing = value;
+}
+
+void zeAnimationObject::setReversePlay(bool value)
+{
+    reversePlay = value;
+}
+
+void zeAnimationObject::setRepeating(bool value)
+{
+    repeating = value;
+}
+
+void zeAnimationObject::setPausing(bool value)
+{
+    pausing = value;
+}
+
+void zeAnimationObject::setSelected(bool value)
+{
+    selected = value;
+}
+
+void zeAnimationObject::setLocked(bool value)
+{
+    locked = value;
+}
+
+void zeAnimationObject::setMotionBlur(bool value)
+{
+    motionBlur = value;
+}
+
+osg::UInt32 zeAnimationObject::getTypeID() const
+{
+    return _typeID;
+}
+
+float zeAnimationObject::getBegin() const
+{
+    return begin;
+}
+
+float zeAnimationObject::getEnd() const
+{
+    return end;
+}
+
+float zeAnimationObject::getMaximum() const
+{
+    return maximum;
+}
+
+float zeAnimationObject::getMinimum() const
+{
+    return minimum;
+}
+
+zeAnimationObject* zeAnimationObject::addObject(zeAnimationObject* object)
+{
+    return object;
+}
+
+zeAnimationObject* zeAnimationObject::subObject(zeAnimationObject* object, bool)
+{
+    return object;
+}
+
+// ---- Hierarchy updates ------------------------------------------------------------------------
+
+void zeAnimationObject::mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op)
+{
+    if (!source)
+        return;
+    if (op == Remove) {
+        if (source == target) {
+            target->curveIds.clear();
+            target->sequenceIds.clear();
+            return;
+        }
+        for (osg::UInt64 curveId : source->curveIds)
+            target->curveIds.erase(curveId);
+        for (osg::UInt64 sequenceId : source->sequenceIds)
+            target->sequenceIds.erase(sequenceId);
+    } else if (op == Add) {
+        if (!source->curveIds.empty())
+            target->curveIds.insert(source->curveIds.begin(), source->curveIds.end());
+        target->sequenceIds.insert(source->sequenceIds.begin(), source->sequenceIds.end());
+    }
+}
+
+void zeAnimationObject::applyUpdate(zeAnimationObject* source, Operation op)
+{
+    mergeSummaries(this, source, op);
+    sortObjectsByBegin();
+    updateBounds();
+}
+
+void zeAnimationObject::updateBy(zeAnimationObject* source, Operation op, bool propagate)
+{
+    if (!source)
+        return;
+    // The climb to the root is a loop rather than a recursion, bounded so that a corrupted
+    // parent chain ends the walk instead of looping.
+    const std::size_t limit = propagate ? chainLimit() : 0;
+    zeAnimationObject* target = this;
+    for (std::size_t hops = 0; target; ++hops) {
+        target->applyUpdate(source, op);
+        if (!propagate || hops >= limit)
+            break;
+        target = target->getParent();
+    }
+}
+
+void zeAnimationObject::updateAll(const std::list<osg::UInt64>& ids, Operation op, bool propagate)
+{
+    if (ids.empty())
+        return;
+    zeAnimationObject* source = manager()->getObject(ids.front());
+    const std::size_t limit = propagate ? chainLimit() : 0;
+    zeAnimationObject* target = this;
+    for (std::size_t hops = 0; target; ++hops) {
+        target->applyUpdate(source, op);
+        if (!propagate || hops >= limit)
+            break;
+        target = target->getParent();
+    }
+}
+
+void zeAnimationObject::updateCurves()
+{
+}
+
+void zeAnimationObject::updateBounds()
+{
+    if (childIds.empty())
+        return;
+    float newBegin = EmptyLow;
+    float newEnd = EmptyHigh;
+    float newMaximum = EmptyHigh;
+    float newMinimum = EmptyLow;
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 childId : childIds) {
+        const zeAnimationObject* child = m->getObject(childId);
+        if (!child)
+            continue;
+        // Empty containers do not count; a sequence (no children by nature) and a key (whose
+        // bounds are its own position) do.
+        const osg::UInt32 type = child->getTypeID();
+        if (child->childIds.empty() && type != 6 && type != 1)
+            continue;
+        const float childBegin = child->getBegin();
+        const float childEnd = child->getEnd();
+        const float childMaximum = child->getMaximum();
+        const float childMinimum = child->getMinimum();
+        if (childBegin < newBegin)
+            newBegin = childBegin;
+        if (childEnd > newEnd)
+            newEnd = childEnd;
+        if (childMaximum > newMaximum)
+            newMaximum = childMaximum;
+        if (childMinimum < newMinimum)
+            newMinimum = childMinimum;
+    }
+    begin = newBegin;
+    end = newEnd;
+    maximum = newMaximum;
+    minimum = newMinimum;
+}
+
+void zeAnimationObject::move(float, bool)
+{
+}
+
+void zeAnimationObject::moveBegin(float, bool)
+{
+}
+
+void zeAnimationObject::moveEnd(float, bool)
+{
+}
+
+void zeAnimationObject::trimBegin(float, bool)
+{
+}
+
+void zeAnimationObject::trimEnd(float, bool)
+{
+}
+
+void zeAnimationObject::flip()
+{
+}
+
+void zeAnimationObject::triggerLoop(float)
+{
+}
+
+// ---- Parent and children ----------------------------------------------------------------------
+
+zeAnimationObject* zeAnimationObject::getParent() const
+{
+    return parentId ? manager()->getObject(parentId) : nullptr;
+}
+
+bool zeAnimationObject::hasAncestor(const zeAnimationObject* other) const
+{
+    if (!other)
+        return false;
+    const std::size_t limit = chainLimit();
+    const zeAnimationObject* current = this;
+    for (std::size_t hops = 0; current && hops <= limit; ++hops) {
+        if (current == other)
+            return true;
+        current = current->getParent();
+    }
+    return false;
+}
+
+void zeAnimationObject::setParent(zeAnimationObject* parent)
+{
+    if (!parent) {
+        parentId = 0;
+        return;
+    }
+    if (parent->hasAncestor(this))
+        return;
+    parentId = parent->id;
+}
+
+bool zeAnimationObject::canAdopt(const zeAnimationObject* child) const
+{
+    return child && !hasAncestor(child);
+}
+
+std::list<zeAnimationObject*> zeAnimationObject::getObjects() const
+{
+    std::list<zeAnimationObject*> objects;
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 childId : childIds) {
+        if (zeAnimationObject* child = m->getObject(childId))
+            objects.push_back(child);
+    }
+    return objects;
+}
+
+std::vector<zeAnimationCurve2D*> zeAnimationObject::getCurves() const
+{
+    std::vector<zeAnimationCurve2D*> curves;
+    curves.reserve(curveIds.size());
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 curveId : curveIds) {
+        if (zeAnimationCurve2D* curve = m->getCurve2D(curveId))
+            curves.push_back(curve);
+    }
+    return curves;
+}
+
+std::vector<zeAnimationSequence*> zeAnimationObject::getSequencesRecursive() const
+{
+    std::vector<zeAnimationSequence*> sequences;
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 sequenceId : sequenceIds) {
+        if (zeAnimationSequence* sequence = m->getSequence(sequenceId))
+            sequences.push_back(sequence);
+    }
+    return sequences;
+}
+
+void zeAnimationObject::setRecursiveSequences(const std::vector<zeAnimationSequence*>& sequences)
+{
+    sequenceIds.clear();
+    for (zeAnimationSequence* sequence : sequences) {
+        if (sequence)
+            sequenceIds.insert(static_cast<zeAnimationObject*>(sequence)->id);
+    }
+}
+
+zeAnimationObject::FindResult zeAnimationObject::findObject(osg::UInt64 childId)
+{
+    for (ChildList::iterator it = childIds.begin(); it != childIds.end(); ++it) {
+        if (*it == childId)
+            return FindResult(true, it);
+    }
+    return FindResult(false, childIds.end());
+}
+
+zeAnimationObject::FindResult zeAnimationObject::findObject(float frame)
+{
+    zeAnimationManager* m = manager();
+    for (ChildList::iterator it = childIds.begin(); it != childIds.end(); ++it) {
+        const zeAnimationObject* child = m->getObject(*it);
+        if (child && child->getBegin() == frame)
+            return FindResult(true, it);
+    }
+    return FindResult(false, childIds.end());
+}
+
+bool zeAnimationObject::compareObjectsByBegin(osg::UInt64 a, osg::UInt64 b)
+{
+    zeAnimationManager* m = manager();
+    const zeAnimationObject* objectA = m->getObject(a);
+    const zeAnimationObject* objectB = m->getObject(b);
+    if (!objectA || !objectB)
+        return false;
+    return objectA->getBegin() < objectB->getBegin();
+}
+
+void zeAnimationObject::sortObjectsByBegin()
+{
+    if (childIds.size() < 2)
+        return;
+    // A stable sort of an already ordered list changes nothing, and the list nearly always is
+    // ordered: check that first. The check is only sound when every child resolves and no begin
+    // is NaN; otherwise the comparison is no strict weak order and the list sort decides.
+    zeAnimationManager* m = manager();
+    bool ordered = true;
+    float previous = 0.0f;
+    bool first = true;
+    for (osg::UInt64 childId : childIds) {
+        const zeAnimationObject* child = m->getObject(childId);
+        if (!child) {
+            ordered = false;
+            break;
+        }
+        const float value = child->getBegin();
+        if (std::isnan(value) || (!first && value < previous)) {
+            ordered = false;
+            break;
+        }
+        previous = value;
+        first = false;
+    }
+    if (!ordered)
+        childIds.sort(compareObjectsByBegin);
+}
+
+// ---- Triggers ---------------------------------------------------------------------------------
+
+void zeAnimationObject::addTrigger(osg::UInt64 key, zeAnimationManager::AnimationTrigger kind)
+{
+    triggers.insert(TriggerMap::value_type(kind, key));
+}
+
+bool zeAnimationObject::subTrigger(osg::UInt64 key)
+{
+    for (TriggerMap::iterator it = triggers.begin(); it != triggers.end(); ++it) {
+        if (it->second == key) {
+            triggers.erase(it);
+            return true;
+        }
+    }
+    return false;
+}
+
+void zeAnimationObject::trigger(zeAnimationManager::AnimationTrigger kind)
+{
+    std::vector<osg::UInt64> keys;
+    const std::pair<TriggerMap::const_iterator, TriggerMap::const_iterator> range = triggers.equal_range(kind);
+    for (TriggerMap::const_iterator it = range.first; it != range.second; ++it)
+        keys.push_back(it->second);
+    if (!keys.empty())
+        manager()->executeTriggers(keys);
+}
+
+void zeAnimationObject::getActiveSpan(float& spanBegin, float& spanEnd) const
+{
+    if (usePlayRange) {
+        spanBegin = startPlayRange;
+        spanEnd = endPlayRange;
+    } else {
+        spanBegin = getBegin();
+        spanEnd = getEnd();
+    }
+}
+
+void zeAnimationObject::triggerSpan(float frame)
+{
+    float spanBegin = 0.0f;
+    float spanEnd = 0.0f;
+    getActiveSpan(spanBegin, spanEnd);
+    if (spanBegin <= frame && !isPlaying()) {
+        trigger(zeAnimationManager::TriggerStart);
+        setPlaying(true);
+    }
+    if (spanEnd < frame && isPlaying()) {
+        trigger(zeAnimationManager::TriggerEnd);
+        setPlaying(false);
+    }
+}
+
+// ---- Operations shared by the containers ------------------------------------------------------
+
+namespace {
+
+const float kEditTolerance = 1e-6f;
+
+} // namespace
+
+std::vector<zeAnimationObject*> zeAnimationObject::childrenOfType(osg::UInt32 onlyType) const
+{
+    std::vector<zeAnimationObject*> children;
+    children.reserve(childIds.size());
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 childId : childIds) {
+        zeAnimationObject* child = m->getObject(childId);
+        if (child && (onlyType == 0 || child->getTypeID() == onlyType))
+            children.push_back(child);
+    }
+    return children;
+}
+
+void zeAnimationObject::containerSetActive(bool value)
+{
+    DepthGuard guard;
+    if (!guard.ok())
+        return;
+    for (zeAnimationObject* child : childrenOfType(0))
+        child->setActive(value);
+    zeAnimationObject::setActive(value);
+}
+
+void zeAnimationObject::containerSetRepeating(bool value)
+{
+    DepthGuard guard;
+    if (!guard.ok())
+        return;
+    for (zeAnimationObject* child : childrenOfType(0))
+        child->setRepeating(value);
+    repeating = value;
+}
+
+void zeAnimationObject::containerSetMotionBlur(bool value)
+{
+    DepthGuard guard;
+    if (!guard.ok())
+        return;
+    for (zeAnimationObject* child : childrenOfType(0))
+        child->setMotionBlur(value);
+    motionBlur = value;
+}
+
+void zeAnimationObject::containerMove(float delta, bool notify, osg::UInt32 onlyType)
+{
+    DepthGuard guard;
+    if (childIds.empty() || !guard.ok())
+        return;
+    for (zeAnimationObject* child : childrenOfType(onlyType))
+        child->move(delta, false);
+    updateBy(this, Change, notify);
+}
+
+void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool guarded, osg::UInt32 onlyType)
+{
+    DepthGuard guard;
+    if (childIds.empty() || !guard.ok())
+        return;
+    const float e = getEnd();
+    const float b = getBegin();
+    // The begin is stored before the test, so a refused stretch still shows the new begin until
+    // the next bounds computation.
+    setBegin(newBegin);
+    if (guarded && !(newBegin < e - kEditTolerance))
+        return;
+    const float scale = (e - newBegin) / (e - b);
+    for (zeAnimationObject* child : childrenOfType(onlyType)) {
+        const float cb = child->getBegin();
+        const float ce = child->getEnd();
+        child->moveBegin(e - (e - cb) * scale, false);
+        child->moveEnd(e - (e - ce) * scale, false);
+    }
+    if (notify)
+        notifyParent();
+}
+
+void zeAnimationObject::containerMoveEnd(float newEnd, bool notify, bool guarded, osg::UInt32 onlyType)
+{
+    DepthGuard guard;
+    if (childIds.empty() || !guard.ok())
+        return;
+    const float b = getBegin();
+    const float e = getEnd();
+    setEnd(newEnd);
+    if (guarded && !(newEnd > b + kEditTolerance))
+        return;
+    const float scale = (newEnd - b) / (e - b);
+    // The end moves first here (the begin first when stretching the begin), so that no child
+    // passes through an inverted interval.
+    for (zeAnimationObject* child : childrenOfType(onlyType)) {
+        const float cb = child->getBegin();
+        const float ce = child->getEnd();
+        child->moveEnd((ce - b) * scale + b, false);
+        child->moveBegin((cb - b) * scale + b, false);
+    }
+    if (notify)
+        notifyParent();
+}
+
+void zeAnimationObject::containerTrimBegin(float newBegin, bool notify)
+{
+    if (childIds.empty())
+        return;
+    if (newBegin < getEnd() - kEditTolerance) {
+        setBegin(newBegin);
+        trimmed = true;
+        if (notify)
+            notifyParent();
+    }
+}
+
+void zeAnimationObject::containerTrimEnd(float newEnd, bool notify)
+{
+    if (childIds.empty())
+        return;
+    if (newEnd > getBegin() + kEditTolerance) {
+        setEnd(newEnd);
+        trimmed = true;
+        if (notify)
+            notifyParent();
+    }
+}
+
+void zeAnimationObject::containerFlip(osg::UInt32 onlyType)
+{
+    DepthGuard guard;
+    if (childIds.empty() || !guard.ok())
+        return;
+    for (zeAnimationObject* child : childrenOfType(onlyType)) {
+        child->flip();
+        const float b = getBegin();
+        const float e = getEnd();
+        // Puts the child's new begin at b + (e - ce): the mirror image inside this interval.
+        child->move((e - child->getEnd()) + b - child->getBegin(), false);
+    }
+    flipped = !flipped;
+    updateBy(this, Change, false);
+}
+
+void zeAnimationObject::containerTriggerLoop(float frame, bool passDown, osg::UInt32 onlyType)
+{
+    DepthGuard guard;
+    if (childIds.empty() || !guard.ok())
+        return;
+    triggerSpan(frame);
+    if (!passDown)
+        return;
+    for (zeAnimationObject* child : childrenOfType(onlyType))
+        child->triggerLoop(frame);
+}
+
+void zeAnimationObject::appendChild(zeAnimationObject* child)
+{
+    child->parentId = id;
+    childIds.push_back(child->id);
+    updateBy(child, Add, true);
+}
+
+bool zeAnimationObject::unlinkChild(zeAnimationObject* child)
+{
+    FindResult found = findObject(child->id);
+    if (!found.first)
+        return false;
+    childIds.erase(found.second);
+    child->parentId = 0;
+    updateBy(child, Remove, true);
+    return true;
+}
+
+void zeAnimationObject::notifyParent()
+{
+    if (zeAnimationObject* parent = getParent())
+        parent->updateBy(this, Change, true);
+}

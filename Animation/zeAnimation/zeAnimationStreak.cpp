@@ -1,0 +1,120 @@
+#include <zeAnimation/zeAnimationStreak.h>
+
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationStrip.h>
+#include <zeAnimation/zeAnimationUnit.h>
+
+osg::UInt32 zeAnimationStreak::_typeID = 4;
+zeAnimationStreak zeAnimationStreak::_the;
+
+zeAnimationStreak::zeAnimationStreak() : zeAnimationObject(), number(0)
+{
+}
+
+zeAnimationStreak::zeAnimationStreak(const std::string& streakName, osg::UInt64 streakId) : zeAnimationStreak()
+{
+    id = streakId != 0 ? streakId : zeAnimationManager::the()->createUID();
+    name = streakName;
+}
+
+zeAnimationStreak::zeAnimationStreak(const zeAnimationStreak& other) : zeAnimationStreak()
+{
+    zeAnimationManager* m = zeAnimationManager::the();
+    number = other.number;
+    id = m->createUID();
+    setBegin(other.getBegin());
+    setEnd(other.getEnd());
+    untrimmedBegin = other.untrimmedBegin;
+    untrimmedEnd = other.untrimmedEnd;
+    name = other.name;
+    setActive(other.active);
+    setPlaying(other.playing);
+    setRepeating(other.repeating);
+    flipped = other.flipped;
+    trimmed = other.trimmed;
+    setMotionBlur(other.motionBlur);
+    zeAnimationObject* parent = other.getParent();
+    parentId = parent ? parent->getId() : 0;
+    for (osg::UInt64 childId : other.childIds) {
+        if (zeAnimationObject* child = m->getObject(childId)) {
+            if (zeAnimationObject* copy = m->duplicateObject(child))
+                addObject(copy);
+        }
+    }
+}
+
+osg::UInt32 zeAnimationStreak::getTypeID() const
+{
+    return _typeID;
+}
+
+zeAnimationObject* zeAnimationStreak::addObject(zeAnimationObject* object)
+{
+    if (!object || !canAdopt(object))
+        return nullptr;
+    appendChild(object);
+    return object;
+}
+
+bool zeAnimationStreak::insertObject(zeAnimationObject* object)
+{
+    if (!object)
+        return false;
+    const osg::UInt32 type = object->getTypeID();
+    if (type != 3 && type != 5 && type != 6)
+        return false;
+    const float nb = object->getBegin();
+    const float ne = object->getEnd();
+    for (const zeAnimationObject* child : childrenOfType(0)) {
+        const float cb = child->getBegin();
+        const float ce = child->getEnd();
+        if ((cb < nb && nb < ce) || (cb < ne && ne < ce) || (nb <= cb && ce <= ne) || (cb <= nb && ne <= ce))
+            return false;
+    }
+    return addObject(object) != nullptr;
+}
+
+zeAnimationObject* zeAnimationStreak::subObject(zeAnimationObject* object, bool destroy)
+{
+    if (!object || !unlinkChild(object))
+        return nullptr;
+    if (destroy) {
+        zeAnimationManager::the()->destroyObject(object);
+        return nullptr;
+    }
+    return object;
+}
+
+std::vector<zeAnimationUnit*> zeAnimationStreak::getUnits() const
+{
+    std::vector<zeAnimationUnit*> units;
+    zeAnimationManager* m = zeAnimationManager::the();
+    for (osg::UInt64 childId : childIds) {
+        if (zeAnimationUnit* unit = m->getUnit(childId))
+            units.push_back(unit);
+    }
+    return units;
+}
+
+std::vector<zeAnimationStrip*> zeAnimationStreak::getStrips() const
+{
+    std::vector<zeAnimationStrip*> strips;
+    zeAnimationManager* m = zeAnimationManager::the();
+    for (osg::UInt64 childId : childIds) {
+        if (zeAnimationStrip* strip = m->getStrip(childId))
+            strips.push_back(strip);
+    }
+    return strips;
+}
+
+std::vector<zeAnimationSequence*> zeAnimationStreak::getSequences() const
+{
+    std::vector<zeAnimationSequence*> sequences;
+    zeAnimationManager* m = zeAnimationManager::the();
+    for (osg::UInt64 childId : childIds) {
+        if (zeAnimationSequence* sequence = m->getSequence(childId))
+            sequences.push_back(sequence);
+    }
+    return sequences;
+}

@@ -1,0 +1,224 @@
+#include <zeAnimation/zeAnimationStrip.h>
+
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationStreak.h>
+#include <zeAnimation/zeAnimationUnit.h>
+
+osg::UInt32 zeAnimationStrip::_typeID = 5;
+zeAnimationStrip zeAnimationStrip::_the;
+
+namespace {
+
+const osg::UInt32 kTrack = 4;
+
+bool isPlaceable(osg::UInt32 type)
+{
+    return type == 3 || type == 5 || type == 6;
+}
+
+} // namespace
+
+zeAnimationStrip::zeAnimationStrip() : zeAnimationObject()
+{
+}
+
+zeAnimationStrip::zeAnimationStrip(const std::string& stripName, osg::UInt64 stripId) : zeAnimationStrip()
+{
+    id = stripId != 0 ? stripId : zeAnimationManager::the()->createUID();
+    name = stripName;
+}
+
+zeAnimationStrip::zeAnimationStrip(const zeAnimationStrip& other) : zeAnimationStrip()
+{
+    zeAnimationManager* m = zeAnimationManager::the();
+    id = m->createUID();
+    setBegin(other.getBegin());
+    setEnd(other.getEnd());
+    untrimmedBegin = other.untrimmedBegin;
+    untrimmedEnd = other.untrimmedEnd;
+    name = other.name;
+    setActive(other.active);
+    setPlaying(other.playing);
+    setRepeating(other.repeating);
+    flipped = other.flipped;
+    trimmed = other.trimmed;
+    setMotionBlur(other.motionBlur);
+    zeAnimationObject* parent = other.getParent();
+    parentId = parent ? parent->getId() : 0;
+    // Adding renumbers the copies 0, 1, 2, ... in the source's list order.
+    for (zeAnimationStreak* track : other.tracks())
+        addObject(m->duplicateStreak(track));
+}
+
+osg::UInt32 zeAnimationStrip::getTypeID() const
+{
+    return _typeID;
+}
+
+std::vector<zeAnimationStreak*> zeAnimationStrip::tracks() const
+{
+    std::vector<zeAnimationStreak*> result;
+    result.reserve(childIds.size());
+    zeAnimationManager* m = zeAnimationManager::the();
+    for (osg::UInt64 childId : childIds) {
+        if (zeAnimationStreak* track = m->getStreak(childId))
+            result.push_back(track);
+    }
+    return result;
+}
+
+zeAnimationObject* zeAnimationStrip::addObject(zeAnimationObject* object)
+{
+    if (!object)
+        return nullptr;
+    const osg::UInt32 type = object->getTypeID();
+    if ((type != kTrack && !isPlaceable(type)) || !canAdopt(object))
+        return nullptr;
+    if (type == kTrack) {
+        static_cast<zeAnimationStreak*>(object)->setNumber(static_cast<osg::UInt32>(childIds.size()));
+        appendChild(object);
+        return object;
+    }
+    zeAnimationStreak* track = zeAnimationManager::the()->createStreak(0);
+    if (!track)
+        return nullptr;
+    addObject(track);
+    track->addObject(object);
+    return track;
+}
+
+zeAnimationStreak* zeAnimationStrip::insertObject(zeAnimationObject* object)
+{
+    if (!object || !isPlaceable(object->getTypeID()) || !canAdopt(object))
+        return nullptr;
+    for (zeAnimationStreak* track : tracks()) {
+        if (track->insertObject(object))
+            return track;
+    }
+    zeAnimationObject* added = addObject(object);
+    return added && added->getTypeID() == kTrack ? static_cast<zeAnimationStreak*>(added) : nullptr;
+}
+
+zeAnimationObject* zeAnimationStrip::subObject(zeAnimationObject* object, bool destroy)
+{
+    if (!object)
+        return nullptr;
+    const osg::UInt32 type = object->getTypeID();
+    if (type != kTrack && !isPlaceable(type))
+        return nullptr;
+    if (type == kTrack) {
+        if (!unlinkChild(object))
+            return nullptr;
+        if (destroy) {
+            zeAnimationManager::the()->destroyObject(object);
+            return nullptr;
+        }
+        return object;
+    }
+    for (zeAnimationStreak* track : tracks()) {
+        if (track->findObject(object->getId()).first) {
+            track->subObject(object, destroy);
+            return track;
+        }
+    }
+    return nullptr;
+}
+
+void zeAnimationStrip::move(float delta, bool notify)
+{
+    containerMove(delta, notify, kTrack);
+}
+
+void zeAnimationStrip::moveBegin(float newBegin, bool notify)
+{
+    containerMoveBegin(newBegin, notify, false, kTrack);
+}
+
+void zeAnimationStrip::moveEnd(float newEnd, bool notify)
+{
+    containerMoveEnd(newEnd, notify, false, kTrack);
+}
+
+void zeAnimationStrip::flip()
+{
+    containerFlip(kTrack);
+}
+
+void zeAnimationStrip::triggerLoop(float frame)
+{
+    containerTriggerLoop(frame, true, kTrack);
+}
+
+zeAnimationStreak* zeAnimationStrip::getStreak(osg::UInt32 number) const
+{
+    for (zeAnimationStreak* track : tracks()) {
+        if (track->getNumber() == number)
+            return track;
+    }
+    return nullptr;
+}
+
+zeAnimationStrip::StreakMap zeAnimationStrip::getStreaks() const
+{
+    StreakMap streaks;
+    for (zeAnimationStreak* track : tracks())
+        streaks.emplace(track->getNumber(), track);
+    return streaks;
+}
+
+std::vector<zeAnimationUnit*> zeAnimationStrip::getUnits() const
+{
+    std::vector<zeAnimationUnit*> units;
+    for (zeAnimationStreak* track : tracks()) {
+        const std::vector<zeAnimationUnit*> more = track->getUnits();
+        units.insert(units.end(), more.begin(), more.end());
+    }
+    return units;
+}
+
+std::vector<zeAnimationStrip*> zeAnimationStrip::getStrips() const
+{
+    std::vector<zeAnimationStrip*> strips;
+    for (zeAnimationStreak* track : tracks()) {
+        const std::vector<zeAnimationStrip*> more = track->getStrips();
+        strips.insert(strips.end(), more.begin(), more.end());
+    }
+    return strips;
+}
+
+std::vector<zeAnimationSequence*> zeAnimationStrip::getSequences() const
+{
+    std::vector<zeAnimationSequence*> sequences;
+    for (zeAnimationStreak* track : tracks()) {
+        const std::vector<zeAnimationSequence*> more = track->getSequences();
+        sequences.insert(sequences.end(), more.begin(), more.end());
+    }
+    return sequences;
+}
+
+void zeAnimationStrip::destroyEmptyStreaks()
+{
+    std::vector<zeAnimationStreak*> empty;
+    for (const StreakMap::value_type& entry : getStreaks()) {
+        if (entry.second && entry.second->isEmpty())
+            empty.push_back(entry.second);
+    }
+    for (zeAnimationStreak* track : empty)
+        subObject(track, true);
+}
+
+void zeAnimationStrip::destroyEmptyStreaksAtEnd()
+{
+    std::vector<zeAnimationStreak*> empty;
+    osg::UInt32 n = getStreakAmount();
+    while (n > 0) {
+        --n;
+        zeAnimationStreak* track = getStreak(n);
+        if (!track || !track->isEmpty())
+            break;
+        empty.push_back(track);
+    }
+    for (zeAnimationStreak* track : empty)
+        subObject(track, true);
+}

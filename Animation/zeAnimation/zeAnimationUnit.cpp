@@ -1,0 +1,87 @@
+#include <zeAnimation/zeAnimationUnit.h>
+
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationField.h>
+#include <zeAnimation/zeAnimationManager.h>
+
+#include <OpenSG/OSGFieldContainerFactory.h>
+
+osg::UInt32 zeAnimationUnit::_typeID = 3;
+zeAnimationUnit zeAnimationUnit::_the;
+
+zeAnimationUnit::zeAnimationUnit() : zeAnimationObject(), parentNodeId(0)
+{
+}
+
+zeAnimationUnit::zeAnimationUnit(const std::string& unitName, osg::UInt64 unitId) : zeAnimationUnit()
+{
+    id = unitId != 0 ? unitId : zeAnimationManager::the()->createUID();
+    name = unitName;
+}
+
+zeAnimationUnit::zeAnimationUnit(const zeAnimationUnit& other) : zeAnimationUnit()
+{
+    zeAnimationManager* m = zeAnimationManager::the();
+    parentNodeId = other.parentNodeId;
+    id = m->createUID();
+    setBegin(other.getBegin());
+    setEnd(other.getEnd());
+    untrimmedBegin = other.untrimmedBegin;
+    untrimmedEnd = other.untrimmedEnd;
+    name = other.name;
+    setActive(other.active);
+    setPlaying(other.playing);
+    setRepeating(other.repeating);
+    flipped = other.flipped;
+    trimmed = other.trimmed;
+    setMotionBlur(other.motionBlur);
+    zeAnimationObject* parent = other.getParent();
+    parentId = parent ? parent->getId() : 0;
+    for (osg::UInt64 curveId : other.childIds) {
+        if (zeAnimationCurve2D* curve = m->getCurve2D(curveId))
+            addObject(m->duplicateCurve2D(curve));
+    }
+}
+
+osg::UInt32 zeAnimationUnit::getTypeID() const
+{
+    return _typeID;
+}
+
+zeAnimationObject* zeAnimationUnit::addObject(zeAnimationObject* object)
+{
+    if (!object || object->getTypeID() != 2 || !canAdopt(object))
+        return nullptr;
+    if (parentNodeId == 0) {
+        const zeAnimationField* field = static_cast<zeAnimationCurve2D*>(object)->getAnimationField();
+        if (field)
+            parentNodeId = static_cast<osg::UInt32>(field->nodeID);
+    }
+    appendChild(object);
+    return object;
+}
+
+zeAnimationObject* zeAnimationUnit::subObject(zeAnimationObject* object, bool destroy)
+{
+    if (!object || object->getTypeID() != 2)
+        return nullptr;
+    if (!unlinkChild(object))
+        return nullptr;
+    if (destroy) {
+        zeAnimationManager::the()->destroyCurve2D(static_cast<zeAnimationCurve2D*>(object));
+        return nullptr;
+    }
+    return object;
+}
+
+void zeAnimationUnit::setParentOSGNode(const osg::NodePtr& node)
+{
+    parentNodeId = node != osg::NullFC ? osg::getContainerId(node) : 0;
+}
+
+osg::NodePtr zeAnimationUnit::getParentOSGNode() const
+{
+    if (parentNodeId == 0)
+        return osg::NullFC;
+    return osg::NodePtr::dcast(osg::FieldContainerFactory::the()->getContainer(parentNodeId));
+}

@@ -1,0 +1,45 @@
+#ifndef ANIMATIONTESTSUPPORT_H
+#define ANIMATIONTESTSUPPORT_H
+
+#include <zeAnimation/zeAnimationField.h>
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationObject.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+// Every test starts from an empty pool and a known identifier sequence, and leaves an empty pool.
+class AnimationTest : public ::testing::Test
+{
+protected:
+    zeAnimationManager* manager = zeAnimationManager::the();
+
+    void SetUp() override
+    {
+        clearPool();
+        manager->random(12345);
+    }
+
+    void TearDown() override { clearPool(); }
+
+    void clearPool()
+    {
+        zeAnimationManager::setSceneRootNode(osg::NullFC);
+        for (const auto& entry : manager->getObjects()) {
+            if (zeAnimationObject* object = manager->getObject(entry.first))
+                manager->destroyObject(object);
+        }
+        manager->destroyAllFields();
+    }
+
+    static osg::UInt32 bits(float value)
+    {
+        osg::UInt32 result = 0;
+        std::memcpy(&result, &value, sizeof(result));
+        return result;
+    }
+};
+
+#endif // ANIMATIONTESTSUPPORT_H

@@ -1,0 +1,564 @@
+// Objects, fields and the registry: identifiers, hierarchy summaries, bounds, destruction.
+#include "AnimationTestSupport.h"
+
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationStreak.h>
+#include <zeAnimation/zeAnimationStrip.h>
+#include <zeAnimation/zeAnimationUnit.h>
+#include <zeAnimation/zeControlPoint2D.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <vector>
+
+namespace {
+
+class ObjectTest : public AnimationTest
+{
+protected:
+    // A curve with keys at the given (x, y).
+    zeAnimationCurve2D* curveWith(std::initializer_list<std::pair<float, float>> keys)
+    {
+        zeAnimationCurve2D* curve = manager->createCurve2D(0);
+        for (const auto& key : keys)
+            curve->addObject(manager->createPoint2D(key.first, key.second, 0));
+        return curve;
+    }
+
+    zeAnimationSequence* sequence(float begin, float end)
+    {
+        zeAnimationSequence* s = manager->createSequence("seq", 0);
+        s->setBegin(begin);
+        s->setEnd(end);
+        return s;
+    }
+
+    std::vector<osg::UInt64> childIds(const zeAnimationObject* object)
+    {
+        return std::vector<osg::UInt64>(object->getChildIds().begin(), object->getChildIds().end());
+    }
+};
+
+TEST_F(ObjectTest, NewObjectHasTheEmptyIntervalAndDefaults)
+{
+    zeAnimationObject* object = manager->createObject(0);
+    EXPECT_EQ(bits(object->getBegin()), 0x65A96816u);
+    EXPECT_EQ(bits(object->getEnd()), 0xE5A96816u);
+    EXPECT_EQ(bits(object->getMinimum()), 0x65A96816u);
+    EXPECT_EQ(bits(object->getMaximum()), 0xE5A96816u);
+    EXPECT_EQ(object->getDuration(), -2.0e23f);
+    EXPECT_EQ(object->getName(), "Unnamed");
+    EXPECT_TRUE(object->isActive());
+    EXPECT_FALSE(object->isPlaying() || object->isRepeating() || object->isHidden() || object->isFlipped());
+    EXPECT_EQ(object->getTypeID(), 0u);
+    EXPECT_EQ(object->getParent(), nullptr);
+    EXPECT_NE(object->getId(), 0u);
+}
+
+TEST_F(ObjectTest, IdentifierGeneratorFollowsItsRecurrence)
+{
+    const osg::UInt64 a = 1664525ULL;
+    const osg::UInt64 c = 1013904223ULL;
+    EXPECT_EQ(manager->random(7), 7 * a + c);
+    // A zero seed continues the sequence.
+    EXPECT_EQ(manager->random(0), (7 * a + c) * a + c);
+    // With the state at 0 and nothing registered, the first identifier is the increment itself.
+    manager->random(0xFFFFFFFFFFFFFFFFULL);
+    const osg::UInt64 wrapped = 0xFFFFFFFFFFFFFFFFULL * a + c; // the state after that call
+    EXPECT_EQ(manager->random(0), wrapped * a + c);
+
+    // Identifiers in use, by objects or fields, are skipped.
+    manager->random(100);
+    const osg::UInt64 first = (100 * a + c) * a + c;
+    zeAnimationField* field = manager->createField(first);
+    manager->random(100);
+    zeAnimationObject* object = manager->createObject(0);
+    EXPECT_NE(object->getId(), first);
+    EXPECT_EQ(object->getId(), first * a + c);
+    EXPECT_FALSE(manager->isIDUnique(first));
+    EXPECT_FALSE(manager->isIDUnique(object->getId()));
+    EXPECT_TRUE(manager->isIDUnique(42));
+    manager->destroyField(field);
+    EXPECT_TRUE(manager->isIDUnique(first));
+}
+
+TEST_F(ObjectTest, CreateUidFromZeroStateReturnsTheIncrement)
+{
+    // Drive the state to 0: the step before 0 is the inverse of the recurrence at 0.
+    // s * a + c == 0 (mod 2^64) <=> s == -c * a^-1; search through random(seed) instead of
+    // inverting: random(seed) sets the state to the seed and steps once.
+    const osg::UInt64 a = 1664525ULL;
+    const osg::UInt64 c = 1013904223ULL;
+    osg::UInt64 inverse = 1; // a^-1 mod 2^64 by Newton iteration
+    for (int i = 0; i < 6; ++i)
+        inverse *= 2 - a * inverse;
+    const osg::UInt64 beforeZero = (0 - c) * inverse;
+    EXPECT_EQ(manager->random(beforeZero), 0u);
+    EXPECT_EQ(manager->createUID(), c);
+}
+
+TEST_F(ObjectTest, SetIdKeepsFreeIdentifiersAndRenumbersCollisions)
+{
+    zeAnimationObject* a = manager->createObject(0);
+    zeAnimationObject* b = manager->createObject(0);
+    const osg::UInt64 oldA = a->getId();
+
+    manager->setID(5000, a);
+    EXPECT_EQ(a->getId(), 5000u);
+    EXPECT_EQ(manager->getObject(5000), a);
+    EXPECT_EQ(manager->getObject(oldA), nullptr);
+
+    // Taken by another object: a fresh identifier is drawn instead.
+    manager->setID(b->getId(), a);
+    EXPECT_NE(a->getId(), b->getId());
+    EXPECT_NE(a->getId(), 5000u);
+    EXPECT_EQ(manager->getObject(a->getId()), a);
+    EXPECT_EQ(manager->getObject(b->getId()), b);
+    EXPECT_EQ(manager->getObjects().size(), 2u);
+
+    // Fields share the identifier space.
+    zeAnimationField* field = manager->createField(0);
+    manager->setID(field->getId(), b);
+    EXPECT_NE(b->getId(), field->getId());
+    manager->setID(7000, field);
+    EXPECT_EQ(manager->getField(7000), field);
+    manager->setID(a->getId(), field);
+    EXPECT_NE(field->getId(), a->getId());
+    EXPECT_EQ(manager->getField(field->getId()), field);
+    EXPECT_EQ(manager->getFields().size(), 1u);
+}
+
+TEST_F(ObjectTest, FieldCopiesTakeFreshIdentifiersAndAssignmentTwins)
+{
+    zeAnimationField* field = manager->createField(0);
+    field->fcID = 3;
+    field->nodeID = 4;
+    field->name = "diffuse";
+    field->attribute = "diffuseR";
+    field->value = 0.5f;
+    field->valuePos = 2;
+    field->dirty = false;
+    zeAnimationField* copy = manager->duplicateField(field);
+    EXPECT_NE(copy->getId(), field->getId());
+    EXPECT_EQ(manager->getField(copy->getId()), copy);
+    EXPECT_EQ(copy->fcID, 3u);
+    EXPECT_EQ(copy->attribute, "diffuseR");
+    EXPECT_EQ(copy->valuePos, 2u);
+    EXPECT_FALSE(copy->dirty);
+    *copy = *field;
+    EXPECT_EQ(copy->getId(), field->getId());
+    // The twin must not stay registered under the other's identifier: give it back its own.
+    manager->destroyField(copy);
+    EXPECT_EQ(manager->getField(field->getId()), field);
+    EXPECT_NE(manager->createField(0)->getId(), 0u);
+}
+
+TEST_F(ObjectTest, BoundsSkipEmptyContainersButCountSequencesAndKeys)
+{
+    zeAnimationStreak* track = manager->createStreak(0);
+    zeAnimationUnit* emptyBlock = manager->createUnit(0);
+    track->addObject(emptyBlock);
+    EXPECT_EQ(bits(track->getBegin()), 0x65A96816u);
+    EXPECT_EQ(bits(track->getEnd()), 0xE5A96816u);
+
+    track->addObject(sequence(10.0f, 20.0f));
+    EXPECT_EQ(track->getBegin(), 10.0f);
+    EXPECT_EQ(track->getEnd(), 20.0f);
+
+    // A sequence that was never given an interval counts without changing anything.
+    track->addObject(manager->createSequence("unset", 0));
+    EXPECT_EQ(track->getBegin(), 10.0f);
+    EXPECT_EQ(track->getEnd(), 20.0f);
+
+    // A curve's bounds are the bounding box of its keys.
+    zeAnimationCurve2D* curve = curveWith({{2.0f, -1.0f}, {8.0f, 4.0f}, {5.0f, 9.0f}});
+    EXPECT_EQ(curve->getBegin(), 2.0f);
+    EXPECT_EQ(curve->getEnd(), 8.0f);
+    EXPECT_EQ(curve->getMinimum(), -1.0f);
+    EXPECT_EQ(curve->getMaximum(), 9.0f);
+    emptyBlock->addObject(curve);
+    EXPECT_EQ(track->getBegin(), 2.0f);
+    EXPECT_EQ(track->getEnd(), 20.0f);
+    EXPECT_EQ(track->getMaximum(), 9.0f);
+}
+
+TEST_F(ObjectTest, EmptiedContainerKeepsItsLastInterval)
+{
+    zeAnimationStreak* track = manager->createStreak(0);
+    zeAnimationSequence* s = sequence(3.0f, 6.0f);
+    track->addObject(s);
+    track->subObject(s, true);
+    EXPECT_TRUE(track->isEmpty());
+    EXPECT_EQ(track->getBegin(), 3.0f);
+    EXPECT_EQ(track->getEnd(), 6.0f);
+}
+
+TEST_F(ObjectTest, SummariesClimbOnAddAndLeaveOnRemove)
+{
+    zeAnimationStrip* clip = manager->createStrip(0);
+    zeAnimationUnit* block = manager->createUnit(0);
+    zeAnimationCurve2D* curve = curveWith({{0.0f, 0.0f}, {10.0f, 1.0f}});
+    block->addObject(curve);
+    zeAnimationStreak* track = static_cast<zeAnimationStreak*>(clip->addObject(block));
+    zeAnimationSequence* s = sequence(0.0f, 5.0f);
+    track->addObject(s);
+
+    EXPECT_EQ(clip->getCurveIds().count(curve->getId()), 1u);
+    EXPECT_EQ(clip->getSequenceIds().count(s->getId()), 1u);
+    ASSERT_EQ(clip->getCurves().size(), 1u);
+    EXPECT_EQ(clip->getCurves()[0], curve);
+    ASSERT_EQ(clip->getSequencesRecursive().size(), 1u);
+
+    // Removing the block takes its curve's identifier out of every ancestor.
+    track->subObject(block, false);
+    EXPECT_EQ(track->getCurveIds().count(curve->getId()), 0u);
+    EXPECT_EQ(clip->getCurveIds().count(curve->getId()), 0u);
+    EXPECT_EQ(clip->getSequenceIds().count(s->getId()), 1u);
+    EXPECT_EQ(block->getParent(), nullptr);
+    manager->destroyObject(block);
+}
+
+TEST_F(ObjectTest, UpdateIgnoresNullSourcesAndEmptyLists)
+{
+    zeAnimationStreak* track = manager->createStreak(0);
+    zeAnimationSequence* late = sequence(20.0f, 30.0f);
+    zeAnimationSequence* early = sequence(0.0f, 5.0f);
+    track->addObject(late);
+    track->addObject(early);
+    EXPECT_EQ(childIds(track), (std::vector<osg::UInt64>{early->getId(), late->getId()}));
+
+    // Moving a child without telling the parent leaves the parent stale until an update.
+    late->move(-30.0f, false);
+    track->updateBy(nullptr, zeAnimationObject::Change, true);
+    track->updateAll(std::list<osg::UInt64>(), zeAnimationObject::Change, true);
+    EXPECT_EQ(childIds(track).front(), early->getId());
+    EXPECT_EQ(track->getBegin(), 0.0f);
+
+    // Any unknown operation value behaves like Change: order and bounds, sets untouched.
+    const std::size_t sequences = track->getSequenceIds().size();
+    track->updateBy(track, static_cast<zeAnimationObject::Operation>(7), true);
+    EXPECT_EQ(childIds(track).front(), late->getId());
+    EXPECT_EQ(track->getBegin(), -10.0f);
+    EXPECT_EQ(track->getSequenceIds().size(), sequences);
+
+    // updateAll with an identifier that does not resolve still sorts and bounds.
+    late->move(40.0f, false);
+    track->updateAll(std::list<osg::UInt64>{999}, zeAnimationObject::Add, false);
+    EXPECT_EQ(childIds(track).front(), early->getId());
+    EXPECT_EQ(track->getEnd(), 40.0f);
+}
+
+TEST_F(ObjectTest, SortByBeginIsStableAndLeavesUnresolvedChildrenWhereTheyAre)
+{
+    zeAnimationStreak* track = manager->createStreak(0);
+    std::vector<zeAnimationSequence*> same;
+    for (int i = 0; i < 4; ++i) {
+        same.push_back(sequence(5.0f, 6.0f));
+        track->addObject(same.back());
+    }
+    std::vector<osg::UInt64> expected;
+    for (zeAnimationSequence* s : same)
+        expected.push_back(s->getId());
+    EXPECT_EQ(childIds(track), expected);
+
+    zeAnimationSequence* first = sequence(1.0f, 2.0f);
+    track->addObject(first);
+    expected.insert(expected.begin(), first->getId());
+    EXPECT_EQ(childIds(track), expected);
+
+    // Destroyed elsewhere: the identifier stays listed, getObjects leaves it out.
+    zeAnimationSequence* gone = same[1];
+    const osg::UInt64 goneId = gone->getId();
+    gone->setParent(nullptr);
+    manager->destroyObject(gone);
+    EXPECT_EQ(track->getChildIds().size(), 5u);
+    EXPECT_EQ(track->getObjects().size(), 4u);
+    EXPECT_FALSE(track->isEmpty());
+    track->updateBy(track, zeAnimationObject::Change, false);
+    EXPECT_EQ(childIds(track), expected);
+    EXPECT_TRUE(track->findObject(goneId).first);
+}
+
+TEST_F(ObjectTest, FindObjectByFrameIsExact)
+{
+    zeAnimationStreak* track = manager->createStreak(0);
+    zeAnimationSequence* s = sequence(0.1f, 1.0f);
+    track->addObject(s);
+    EXPECT_TRUE(track->findObject(0.1f).first);
+    EXPECT_FALSE(track->findObject(0.1f + 1e-7f).first);
+    EXPECT_FALSE(track->findObject(static_cast<osg::UInt64>(12)).first);
+    EXPECT_EQ(track->findObject(static_cast<osg::UInt64>(12)).second, track->getChildIds().end());
+}
+
+TEST_F(ObjectTest, TriggerTableRemovesTheFirstEntryByKind)
+{
+    zeAnimationObject* object = manager->createObject(0);
+    object->addTrigger(77, zeAnimationManager::TriggerEnd);
+    object->addTrigger(77, zeAnimationManager::TriggerStart);
+    object->addTrigger(78, zeAnimationManager::TriggerStart);
+    EXPECT_TRUE(object->subTrigger(77));
+    ASSERT_EQ(object->getTriggers().size(), 2u);
+    // The entry under the lower kind (start) went; the end entry stays.
+    EXPECT_EQ(object->getTriggers().begin()->second, 78u);
+    EXPECT_EQ(std::prev(object->getTriggers().end())->first, zeAnimationManager::TriggerEnd);
+    EXPECT_TRUE(object->subTrigger(77));
+    EXPECT_FALSE(object->subTrigger(77));
+}
+
+TEST_F(ObjectTest, HierarchyRefusesCycles)
+{
+    zeAnimationStrip* outer = manager->createStrip(0);
+    zeAnimationStrip* inner = manager->createStrip(0);
+    zeAnimationStreak* outerTrack = static_cast<zeAnimationStreak*>(outer->addObject(inner));
+    ASSERT_NE(outerTrack, nullptr);
+    zeAnimationStreak* innerTrack = manager->createStreak(0);
+    inner->addObject(innerTrack);
+
+    EXPECT_EQ(innerTrack->addObject(outer), nullptr);
+    EXPECT_FALSE(innerTrack->insertObject(outer));
+    EXPECT_EQ(inner->addObject(outer), nullptr);
+    EXPECT_EQ(outerTrack->addObject(outerTrack), nullptr);
+    EXPECT_EQ(inner->addObject(outerTrack), nullptr);
+
+    outer->setParent(innerTrack);
+    EXPECT_EQ(outer->getParent(), nullptr);
+    innerTrack->setParent(innerTrack);
+    EXPECT_EQ(innerTrack->getParent(), inner);
+
+    // Updates still run and end at the root.
+    innerTrack->addObject(sequence(0.0f, 4.0f));
+    EXPECT_EQ(outer->getEnd(), 4.0f);
+    EXPECT_EQ(outer->getSequencesRecursive().size(), 1u);
+}
+
+TEST_F(ObjectTest, DestroyingAContainerDestroysItsSubtreeAndTellsItsParent)
+{
+    zeAnimationStrip* clip = manager->createStrip(0);
+    zeAnimationUnit* block = manager->createUnit(0);
+    zeAnimationCurve2D* curve = curveWith({{0.0f, 0.0f}, {4.0f, 1.0f}});
+    block->addObject(curve);
+    zeAnimationStreak* track = static_cast<zeAnimationStreak*>(clip->addObject(block));
+    const osg::UInt64 blockId = block->getId();
+    const osg::UInt64 curveId = curve->getId();
+    EXPECT_EQ(manager->getObjects().size(), 1u + 1u + 1u + 1u + 2u);
+
+    manager->destroyStreak(track);
+    EXPECT_EQ(manager->getObject(blockId), nullptr);
+    EXPECT_EQ(manager->getObject(curveId), nullptr);
+    EXPECT_EQ(manager->getObjects().size(), 1u);
+    EXPECT_TRUE(clip->isEmpty());
+    EXPECT_EQ(clip->getCurveIds().count(curveId), 0u);
+
+    manager->destroyObject(nullptr);
+    manager->destroyField(nullptr);
+    EXPECT_EQ(manager->getObjects().size(), 1u);
+}
+
+TEST_F(ObjectTest, DestroyAllObjectsLeavesTheLastDestroyableAndHiddenOnes)
+{
+    manager->createObject(0);
+    manager->destroyAllObjects(true);
+    EXPECT_EQ(manager->getObjects().size(), 1u);
+
+    zeAnimationObject* a = manager->createObject(300);
+    zeAnimationObject* b = manager->createObject(100);
+    manager->destroyAllObjects(true);
+    ASSERT_EQ(manager->getObjects().size(), 1u);
+    (void)a;
+    (void)b;
+    clearPool();
+
+    manager->createObject(100);
+    manager->createObject(200);
+    manager->createObject(300)->setHidden(true);
+    manager->createObject(50)->setHidden(true);
+    manager->destroyAllObjects(false);
+    EXPECT_EQ(manager->getObjects().size(), 2u);
+    EXPECT_NE(manager->getObject(300), nullptr);
+    EXPECT_NE(manager->getObject(50), nullptr);
+    clearPool();
+
+    // With everything destroyable, identifiers go in ascending order until one object is left.
+    manager->createObject(30);
+    manager->createObject(10);
+    manager->createObject(20);
+    manager->destroyAllObjects(true);
+    ASSERT_EQ(manager->getObjects().size(), 1u);
+    EXPECT_NE(manager->getObject(30), nullptr);
+}
+
+TEST_F(ObjectTest, DestroyAllObjectsKeepsSurvivingParentsConsistent)
+{
+    // A hidden track survives; its visible children are destroyed and leave its lists.
+    zeAnimationStreak* track = manager->createStreak(10);
+    track->setHidden(true);
+    zeAnimationSequence* visible = manager->createSequence("v", 5);
+    visible->setBegin(0.0f);
+    visible->setEnd(1.0f);
+    zeAnimationSequence* hidden = manager->createSequence("h", 20);
+    hidden->setBegin(2.0f);
+    hidden->setEnd(3.0f);
+    hidden->setHidden(true);
+    track->addObject(visible);
+    track->addObject(hidden);
+    manager->destroyAllObjects(false);
+    EXPECT_EQ(manager->getObjects().size(), 2u);
+    EXPECT_EQ(childIds(track), std::vector<osg::UInt64>{20});
+    EXPECT_EQ(track->getSequenceIds().count(5), 0u);
+    EXPECT_EQ(track->getBegin(), 2.0f);
+
+    // A large pool: the survivor rule holds and nothing is left half-destroyed.
+    clearPool();
+    zeAnimationStrip* clip = manager->createStrip(0);
+    for (int t = 0; t < 20; ++t) {
+        zeAnimationStreak* row = manager->createStreak(0);
+        clip->addObject(row);
+        for (int s = 0; s < 20; ++s) {
+            zeAnimationSequence* item = manager->createSequence("s", 0);
+            item->setBegin(static_cast<float>(s));
+            item->setEnd(static_cast<float>(s) + 0.5f);
+            row->addObject(item);
+        }
+    }
+    // The rule, run literally on identifiers: destroy the smallest identifier (with its subtree)
+    // while two or more objects are alive.
+    std::map<osg::UInt64, std::vector<osg::UInt64>> children;
+    for (const auto& entry : manager->getObjects())
+        children[entry.first] = childIds(entry.second);
+    std::set<osg::UInt64> alive;
+    for (const auto& entry : children)
+        alive.insert(entry.first);
+    while (alive.size() >= 2) {
+        std::vector<osg::UInt64> pending{*alive.begin()};
+        while (!pending.empty()) {
+            const osg::UInt64 current = pending.back();
+            pending.pop_back();
+            if (alive.erase(current))
+                pending.insert(pending.end(), children[current].begin(), children[current].end());
+        }
+    }
+    manager->destroyAllObjects(true);
+    ASSERT_EQ(manager->getObjects().size(), 1u);
+    ASSERT_EQ(alive.size(), 1u);
+    zeAnimationObject* last = manager->getObjects().begin()->second;
+    EXPECT_EQ(last->getId(), *alive.begin());
+    // Children destroyed one by one left the survivor's list.
+    EXPECT_TRUE(last->getChildIds().empty());
+}
+
+TEST_F(ObjectTest, NameLookupsAreExactAndRejectEmptyNames)
+{
+    EXPECT_EQ(manager->getObject(std::string()), nullptr);
+    EXPECT_FALSE(manager->isObjectNameUnique(""));
+    EXPECT_TRUE(manager->isObjectNameUnique("Block"));
+    zeAnimationUnit* block = manager->createUnit("Walk", 0);
+    EXPECT_EQ(manager->getObject(std::string("Walk")), block);
+    EXPECT_EQ(manager->getObject(std::string("walk")), nullptr);
+    EXPECT_FALSE(manager->isObjectNameUnique("Walk"));
+    EXPECT_TRUE(manager->isObjectNameUnique("Run"));
+}
+
+TEST_F(ObjectTest, SceneQueriesListParentlessVisibleObjects)
+{
+    zeAnimationUnit* free = manager->createUnit(0);
+    zeAnimationUnit* inactive = manager->createUnit(0);
+    inactive->setActive(false);
+    zeAnimationUnit* hidden = manager->createUnit(0);
+    hidden->setHidden(true);
+    zeAnimationStreak* track = manager->createStreak(0);
+    zeAnimationUnit* placed = manager->createUnit(0);
+    track->addObject(placed);
+    zeAnimationStrip* clip = manager->createStrip(0);
+
+    const std::vector<zeAnimationUnit*> units = manager->getSceneUnits();
+    EXPECT_EQ(units.size(), 2u);
+    EXPECT_NE(std::find(units.begin(), units.end(), free), units.end());
+    EXPECT_NE(std::find(units.begin(), units.end(), inactive), units.end());
+    EXPECT_EQ(manager->getActiveSceneUnits(), std::vector<zeAnimationUnit*>{free});
+    EXPECT_EQ(manager->getSceneStrips(), std::vector<zeAnimationStrip*>{clip});
+
+    // A parent that no longer resolves counts as none.
+    manager->destroyObject(track);
+    EXPECT_EQ(manager->getObject(placed->getId()), nullptr);
+}
+
+TEST_F(ObjectTest, ReferencedFieldsAndCurvesFollowTheCurvesBindings)
+{
+    zeAnimationField* field = manager->createField(0);
+    field->fcID = 9;
+    zeAnimationField* other = manager->createField(0);
+    other->fcID = 10;
+    manager->createCurve2D(field, "a", 0, false);
+    manager->createCurve2D(field, "b", 0, false);
+    manager->createCurve2D(other, "c", 0, false);
+    EXPECT_EQ(manager->getReferencedFields(9), (std::vector<zeAnimationField*>{field, field}));
+    EXPECT_EQ(manager->getReferencedCurves(field->getId()).size(), 2u);
+    EXPECT_EQ(manager->getReferencedCurves(other->getId()).size(), 1u);
+    EXPECT_TRUE(manager->getReferencedCurves(12345).empty());
+}
+
+TEST_F(ObjectTest, DiagnosticsPrintTheirExactTexts)
+{
+    testing::internal::CaptureStdout();
+    manager->objectInfo();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "ANIMATION_MANAGER Object Info\n=============================\n");
+
+    zeAnimationUnit* block = manager->createUnit("Walk", 77);
+    zeAnimationField* field = manager->createField(88);
+    field->nodeID = 4;
+    field->fcID = 5;
+    field->name = "diffuse";
+    field->attribute = "diffuseG";
+    field->value = 0.25f;
+    field->valuePos = 1;
+    field->dirty = false;
+    testing::internal::CaptureStdout();
+    manager->objectInfo();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "ANIMATION_MANAGER Object Info\n=============================\n"
+              "Object 77 name Walk type 3\nField 88 node id 4 fcid 5\n");
+
+    testing::internal::CaptureStdout();
+    manager->printFieldInfo(field);
+    manager->printFieldInfo(nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Field Info:\n\tid 88\n\tname diffuse\n\tattribute diffuseG\n"
+                                                      "\tfcID 5\n\tnodeID 4\n\tvalue 0.25\n\tvaluePos 1\n"
+                                                      "\tdirty 0\n\n");
+    (void)block;
+}
+
+TEST_F(ObjectTest, CameraCallbacksForwardOrDefault)
+{
+    float roll = 5.0f;
+    manager->getRoll(roll);
+    EXPECT_EQ(roll, 0.0f);
+    osg::Pnt3f from(1, 2, 3), at(4, 5, 6);
+    osg::Vec3f up(7, 8, 9);
+    manager->getFromAtUp(from, at, up);
+    EXPECT_EQ(from, osg::Pnt3f(0, 0, 0));
+    EXPECT_EQ(at, osg::Pnt3f(0, 0, 0));
+    EXPECT_EQ(up, osg::Vec3f(0, 0, 0));
+
+    static int pasteCalls;
+    static bool lastPaste;
+    pasteCalls = 0;
+    zeAnimationManager::setGetRollCB([](int camera) { return camera == -1 ? 12.5f : 0.0f; });
+    zeAnimationManager::setUpdatePasteCB([](bool available) {
+        ++pasteCalls;
+        lastPaste = available;
+    });
+    manager->getRoll(roll);
+    EXPECT_EQ(roll, 12.5f);
+    manager->terminate(); // empty copy buffer: no callback
+    EXPECT_EQ(pasteCalls, 0);
+    manager->updatePaste(true);
+    EXPECT_EQ(pasteCalls, 1);
+    EXPECT_TRUE(lastPaste);
+    zeAnimationManager::setGetRollCB(nullptr);
+    zeAnimationManager::setUpdatePasteCB(nullptr);
+}
+
+} // namespace
