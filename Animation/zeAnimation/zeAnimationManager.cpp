@@ -176,6 +176,22 @@ void zeAnimationManager::unregisterObject(osg::UInt64 id)
     _objectIndex.erase(id);
 }
 
+void zeAnimationManager::unregisterPointer(zeAnimationObject* object)
+{
+    if (getObject(object->id) == object) {
+        unregisterObject(object->id);
+        return;
+    }
+    // Registered under another identifier (an assigned twin): find the entry by address, so no
+    // entry ever outlives its object.
+    for (ObjectMap::iterator entry = _objects.begin(); entry != _objects.end(); ++entry) {
+        if (entry->second == object) {
+            unregisterObject(entry->first);
+            return;
+        }
+    }
+}
+
 void zeAnimationManager::registerField(zeAnimationField* field)
 {
     _fields.emplace(field->id, field);
@@ -564,11 +580,7 @@ void zeAnimationManager::destroyObjectAs(zeAnimationObject* object, osg::UInt32 
         if (tell)
             parent->subObject(object, false);
     }
-    // The object may have been re-registered under a different identifier by a parent's update;
-    // remove exactly the entry that holds it.
-    ObjectMap::iterator entry = _objects.find(object->id);
-    if (entry != _objects.end() && entry->second == object)
-        unregisterObject(object->id);
+    unregisterPointer(object);
     deleteObject(object);
 }
 
@@ -612,7 +624,12 @@ void zeAnimationManager::destroyField(zeAnimationField* field)
     if (!field)
         return;
     FieldMap::iterator entry = _fields.find(field->id);
-    if (entry != _fields.end() && entry->second == field)
+    if (entry == _fields.end() || entry->second != field) {
+        // An assigned twin carries another field's identifier: find its own entry by address.
+        for (entry = _fields.begin(); entry != _fields.end() && entry->second != field; ++entry) {
+        }
+    }
+    if (entry != _fields.end())
         _fields.erase(entry);
     delete field;
 }

@@ -187,6 +187,7 @@ private:
     osg::UInt64 drawFreshID();
     void registerObject(zeAnimationObject* object);
     void unregisterObject(osg::UInt64 id);
+    void unregisterPointer(zeAnimationObject* object);
     void registerField(zeAnimationField* field);
     static void deleteObject(zeAnimationObject* object);
     template <class T>
