@@ -1,18 +1,26 @@
 #include <OpenSG/OSGAction.h>
+#include <OpenSG/OSGFieldContainerFactory.h>
 
 namespace osg {
 
 namespace {
 
+// The callee may have destroyed the node it was given; only descend into a node that is still
+// alive (the factory lookup is O(1) and never touches the node itself).
+bool stillAlive(const NodePtr& node, UInt32 id)
+{
+    return node != NullFC && FieldContainerFactory::the()->getContainer(id) == node;
+}
+
 Action::ResultE visitChildren(NodePtr& node, TraverseEnterFunctor& enter)
 {
     Action::ResultE result = Action::Continue;
-    for (UInt32 i = 0; i < node->getNChildren(); ++i) {
+    UInt32 nodeId = node.getFieldContainerId();
+    for (UInt32 i = 0; stillAlive(node, nodeId) && i < node->getNChildren(); ++i) {
         NodePtr child = node->getChild(i);
+        UInt32 id = child != NullFC ? child.getFieldContainerId() : 0;
         Action::ResultE childResult = enter.call(child);
-        if (child == NullFC && childResult != Action::Quit)
-            childResult = Action::Continue;
-        else if (childResult == Action::Continue)
+        if (childResult == Action::Continue && stillAlive(child, id))
             childResult = visitChildren(child, enter);
         else if (childResult == Action::Skip)
             childResult = Action::Continue;
@@ -25,9 +33,12 @@ Action::ResultE visitChildren(NodePtr& node, TraverseEnterFunctor& enter)
 
 Action::ResultE visit(NodePtr& node, TraverseEnterFunctor& enter, TraverseLeaveFunctor& leave)
 {
+    UInt32 id = node.getFieldContainerId();
     Action::ResultE result = enter.call(node);
+    if (!stillAlive(node, id))
+        return result == Action::Quit ? Action::Quit : Action::Continue;
     if (result == Action::Continue) {
-        for (UInt32 i = 0; i < node->getNChildren(); ++i) {
+        for (UInt32 i = 0; stillAlive(node, id) && i < node->getNChildren(); ++i) {
             NodePtr child = node->getChild(i);
             if (child == NullFC)
                 continue;
@@ -38,6 +49,8 @@ Action::ResultE visit(NodePtr& node, TraverseEnterFunctor& enter, TraverseLeaveF
     } else if (result == Action::Skip) {
         result = Action::Continue;
     }
+    if (!stillAlive(node, id))
+        return result;
     return leave.call(node, result);
 }
 
@@ -45,9 +58,10 @@ Action::ResultE visit(NodePtr& node, TraverseEnterFunctor& enter, TraverseLeaveF
 
 Action::ResultE traverse(NodePtr root, TraverseEnterFunctor func)
 {
+    UInt32 id = root != NullFC ? root.getFieldContainerId() : 0;
     Action::ResultE result = func.call(root);
-    if (root == NullFC)
-        return Action::Continue;
+    if (!stillAlive(root, id))
+        return result == Action::Quit ? Action::Quit : Action::Continue;
     if (result == Action::Skip)
         return Action::Continue;
     if (result == Action::Continue)

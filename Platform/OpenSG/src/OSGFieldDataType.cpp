@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cinttypes>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <strings.h>
@@ -23,16 +24,36 @@ std::string formatReals(const Real32* values, UInt32 n, const Char8* separator)
     return out;
 }
 
+// Integers are read in decimal; a floating-point form ("1.5e+01", as written by generic value
+// editors) is accepted too and rounded to the nearest integer. Out-of-range text is refused.
+bool readInteger(const Char8* str, long double& out)
+{
+    Char8* end = nullptr;
+    errno = 0;
+    long double v = std::strtold(str, &end);
+    if (end == str || errno != 0)
+        return false;
+    out = v < 0 ? -std::floor(-v + 0.5L) : std::floor(v + 0.5L);
+    return true;
+}
+
 template <class T>
 bool readSigned(T& out, const Char8* str)
 {
     Char8* end = nullptr;
     errno = 0;
     long long v = std::strtoll(str, &end, 10);
-    if (end == str || errno != 0 || v < (long long)std::numeric_limits<T>::min() ||
-        v > (long long)std::numeric_limits<T>::max())
+    if (end != str && errno == 0 && *end != '.' && *end != 'e' && *end != 'E') {
+        if (v < (long long)std::numeric_limits<T>::min() || v > (long long)std::numeric_limits<T>::max())
+            return false;
+        out = T(v);
+        return true;
+    }
+    long double d;
+    if (!readInteger(str, d) || d < (long double)std::numeric_limits<T>::min() ||
+        d > (long double)std::numeric_limits<T>::max())
         return false;
-    out = T(v);
+    out = T(d);
     return true;
 }
 
@@ -47,9 +68,16 @@ bool readUnsigned(T& out, const Char8* str)
     Char8* end = nullptr;
     errno = 0;
     unsigned long long v = std::strtoull(p, &end, 10);
-    if (end == p || errno != 0 || v > (unsigned long long)std::numeric_limits<T>::max())
+    if (end != p && errno == 0 && *end != '.' && *end != 'e' && *end != 'E') {
+        if (v > (unsigned long long)std::numeric_limits<T>::max())
+            return false;
+        out = T(v);
+        return true;
+    }
+    long double d;
+    if (!readInteger(p, d) || d < 0 || d > (long double)std::numeric_limits<T>::max())
         return false;
-    out = T(v);
+    out = T(d);
     return true;
 }
 
@@ -106,7 +134,8 @@ OSG_DATA_TYPE_IMPL(Matrix, 0, "Matrix")
 OSG_DATA_TYPE_IMPL(Quaternion, 0, "Quaternion")
 OSG_DATA_TYPE_IMPL(DynamicVolume, 0, "DynamicVolume")
 
-// bool: TRUE / FALSE; reading accepts either word in any case.
+// bool: TRUE / FALSE; reading accepts either word in any case, and also a number (non-zero is
+// true) so that values edited as numbers can be written back.
 bool FieldDataTraits<bool, 2>::getFromString(bool& out, const Char8* str)
 {
     while (*str == ' ' || *str == '\t' || *str == '\n' || *str == '\r')
@@ -119,7 +148,12 @@ bool FieldDataTraits<bool, 2>::getFromString(bool& out, const Char8* str)
         out = false;
         return true;
     }
-    return false;
+    Char8* end = nullptr;
+    double v = std::strtod(str, &end);
+    if (end == str)
+        return false;
+    out = v != 0.0;
+    return true;
 }
 void FieldDataTraits<bool, 2>::putToString(const bool& in, std::string& out)
 {

@@ -27,7 +27,8 @@ typedef TypedFunctor2Base<Action::ResultE, CPtrRefCallArg<NodePtr>, ArgsCollecto
 
 // Pre-order walk calling `func` on every node, whatever its travMask. Skip does not descend but
 // counts as Continue for the caller; Quit stops everything and is returned. The functor is also
-// called for a null root (the result is then Continue). Children are visited by index over the
+// called for a null root (the result is then Continue). A node the callee destroyed is not
+// descended into. Children are visited by index over the
 // live list, so a callee that removes nodes does not break the walk (it may skip a sibling).
 OSG_SYSTEMLIB_DLLMAPPING Action::ResultE traverse(NodePtr root, TraverseEnterFunctor func);
 OSG_SYSTEMLIB_DLLMAPPING Action::ResultE traverse(const std::vector<NodePtr>& nodeList,
