@@ -1,0 +1,6 @@
+#ifndef _OSGMFNODEPTR_H_
+#define _OSGMFNODEPTR_H_
+
+#include "OSGNodeFields.h"
+
+#endif

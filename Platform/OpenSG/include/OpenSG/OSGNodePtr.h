@@ -1,0 +1,6 @@
+#ifndef _OSGNODEPTR_H_
+#define _OSGNODEPTR_H_
+
+#include "OSGNode.h"
+
+#endif

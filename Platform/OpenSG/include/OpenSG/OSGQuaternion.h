@@ -1,0 +1,287 @@
+#ifndef _OSGQUATERNION_H_
+#define _OSGQUATERNION_H_
+
+#include "OSGBaseFunctions.h"
+#include "OSGBaseTypes.h"
+#include "OSGVector.h"
+
+#include <ostream>
+
+namespace osg {
+
+template <class ValueTypeT>
+class TransformationMatrix;
+
+// Rotation quaternion stored as x, y, z, w; the default is the identity (0, 0, 0, 1).
+// The members that take or return a matrix are defined in OSGMatrix.h, which this header
+// includes at its end.
+template <class ValueTypeT>
+class QuaternionBase
+{
+public:
+    typedef ValueTypeT ValueType;
+    typedef Vector<ValueTypeT, 3> VectorType;
+    typedef TransformationMatrix<ValueTypeT> MatrixType;
+
+    QuaternionBase() { setIdentity(); }
+    explicit QuaternionBase(const MatrixType& matrix);
+    QuaternionBase(const VectorType& axis, ValueTypeT angleRad) { setValueAsAxisRad(axis, angleRad); }
+    QuaternionBase(const VectorType& from, const VectorType& to) { setValue(from, to); }
+
+    static const QuaternionBase& identity()
+    {
+        static const QuaternionBase id;
+        return id;
+    }
+
+    void setIdentity()
+    {
+        _quat[0] = _quat[1] = _quat[2] = ValueTypeT(0);
+        _quat[3] = ValueTypeT(1);
+    }
+
+    void setValueAsAxisRad(ValueTypeT x, ValueTypeT y, ValueTypeT z, ValueTypeT angle)
+    {
+        ValueTypeT len = osgsqrt(x * x + y * y + z * z);
+        if (len < ValueTypeT(Eps)) {
+            setIdentity();
+            return;
+        }
+        ValueTypeT s = osgsin(angle / ValueTypeT(2)) / len;
+        _quat[0] = x * s;
+        _quat[1] = y * s;
+        _quat[2] = z * s;
+        _quat[3] = osgcos(angle / ValueTypeT(2));
+    }
+    void setValueAsAxisRad(const VectorType& axis, ValueTypeT angle)
+    {
+        setValueAsAxisRad(axis[0], axis[1], axis[2], angle);
+    }
+    void setValueAsAxisRad(const ValueTypeT* v) { setValueAsAxisRad(v[0], v[1], v[2], v[3]); }
+    void setValueAsAxisRad(const Char8* str)
+    {
+        ValueTypeT v[4];
+        osgReadNumbers(str, v, 4);
+        setValueAsAxisRad(v);
+    }
+    void setValueAsAxisDeg(ValueTypeT x, ValueTypeT y, ValueTypeT z, ValueTypeT angle)
+    {
+        setValueAsAxisRad(x, y, z, osgdegree2rad(angle));
+    }
+    void setValueAsAxisDeg(const VectorType& axis, ValueTypeT angle)
+    {
+        setValueAsAxisRad(axis, osgdegree2rad(angle));
+    }
+    void setValueAsAxisDeg(const ValueTypeT* v) { setValueAsAxisDeg(v[0], v[1], v[2], v[3]); }
+    void setValueAsAxisDeg(const Char8* str)
+    {
+        ValueTypeT v[4];
+        osgReadNumbers(str, v, 4);
+        setValueAsAxisDeg(v);
+    }
+    void setValueAsQuat(ValueTypeT x, ValueTypeT y, ValueTypeT z, ValueTypeT w)
+    {
+        _quat[0] = x;
+        _quat[1] = y;
+        _quat[2] = z;
+        _quat[3] = w;
+    }
+    void setValueAsQuat(const ValueTypeT* v) { setValueAsQuat(v[0], v[1], v[2], v[3]); }
+    void setValue(const MatrixType& matrix);
+    // The rotation that turns direction `from` into direction `to`.
+    void setValue(const VectorType& from, const VectorType& to)
+    {
+        VectorType f(from), t(to);
+        f.normalize();
+        t.normalize();
+        ValueTypeT d = f.dot(t);
+        if (d >= ValueTypeT(1) - ValueTypeT(Eps)) {
+            setIdentity();
+            return;
+        }
+        if (d <= ValueTypeT(-1) + ValueTypeT(Eps)) {
+            VectorType axis = VectorType(1, 0, 0).cross(f);
+            if (axis.length() < ValueTypeT(Eps))
+                axis = VectorType(0, 1, 0).cross(f);
+            setValueAsAxisRad(axis, ValueTypeT(Pi));
+            return;
+        }
+        setValueAsAxisRad(f.cross(t), osgacos(d));
+    }
+    // Euler angles in radians: alpha about x, beta about y, gamma about z, applied in that order
+    // (the rotation is Rz(gamma) * Ry(beta) * Rx(alpha)).
+    void setValue(ValueTypeT alpha, ValueTypeT beta, ValueTypeT gamma)
+    {
+        ValueTypeT sx = osgsin(alpha / 2), cx = osgcos(alpha / 2);
+        ValueTypeT sy = osgsin(beta / 2), cy = osgcos(beta / 2);
+        ValueTypeT sz = osgsin(gamma / 2), cz = osgcos(gamma / 2);
+        _quat[3] = cx * cy * cz + sx * sy * sz;
+        _quat[0] = sx * cy * cz - cx * sy * sz;
+        _quat[1] = cx * sy * cz + sx * cy * sz;
+        _quat[2] = cx * cy * sz - sx * sy * cz;
+    }
+
+    // An identity rotation reports the axis (0, 0, 1) and angle 0.
+    void getValueAsAxisRad(ValueTypeT& x, ValueTypeT& y, ValueTypeT& z, ValueTypeT& angle) const
+    {
+        ValueTypeT len = osgsqrt(_quat[0] * _quat[0] + _quat[1] * _quat[1] + _quat[2] * _quat[2]);
+        if (len > ValueTypeT(Eps)) {
+            x = _quat[0] / len;
+            y = _quat[1] / len;
+            z = _quat[2] / len;
+            angle = ValueTypeT(2) * osgacos(_quat[3]);
+        } else {
+            x = y = ValueTypeT(0);
+            z = ValueTypeT(1);
+            angle = ValueTypeT(0);
+        }
+    }
+    void getValueAsAxisRad(VectorType& axis, ValueTypeT& angle) const
+    {
+        getValueAsAxisRad(axis[0], axis[1], axis[2], angle);
+    }
+    void getValueAsAxisDeg(ValueTypeT& x, ValueTypeT& y, ValueTypeT& z, ValueTypeT& angle) const
+    {
+        getValueAsAxisRad(x, y, z, angle);
+        angle = osgrad2degree(angle);
+    }
+    void getValueAsAxisDeg(VectorType& axis, ValueTypeT& angle) const
+    {
+        getValueAsAxisDeg(axis[0], axis[1], axis[2], angle);
+    }
+    void getValueAsQuat(ValueTypeT& x, ValueTypeT& y, ValueTypeT& z, ValueTypeT& w) const
+    {
+        x = _quat[0];
+        y = _quat[1];
+        z = _quat[2];
+        w = _quat[3];
+    }
+    void getValue(MatrixType& matrix) const;
+    const ValueTypeT* getValues() const { return _quat; }
+
+    ValueTypeT x() const { return _quat[0]; }
+    ValueTypeT y() const { return _quat[1]; }
+    ValueTypeT z() const { return _quat[2]; }
+    ValueTypeT w() const { return _quat[3]; }
+
+    ValueTypeT length() const
+    {
+        return osgsqrt(_quat[0] * _quat[0] + _quat[1] * _quat[1] + _quat[2] * _quat[2] + _quat[3] * _quat[3]);
+    }
+    void normalize()
+    {
+        ValueTypeT len = length();
+        if (len < ValueTypeT(Eps)) {
+            setIdentity();
+            return;
+        }
+        for (UInt32 i = 0; i < 4; ++i)
+            _quat[i] /= len;
+    }
+    void invert()
+    {
+        _quat[0] = -_quat[0];
+        _quat[1] = -_quat[1];
+        _quat[2] = -_quat[2];
+    }
+    QuaternionBase inverse() const
+    {
+        QuaternionBase q(*this);
+        q.invert();
+        return q;
+    }
+    void multVec(const VectorType& src, VectorType& dst) const
+    {
+        VectorType v(_quat[0], _quat[1], _quat[2]);
+        VectorType t = v.cross(src) * ValueTypeT(2);
+        dst = src + t * _quat[3] + v.cross(t);
+    }
+    void scaleAngle(ValueTypeT scale)
+    {
+        VectorType axis;
+        ValueTypeT angle;
+        getValueAsAxisRad(axis, angle);
+        setValueAsAxisRad(axis, angle * scale);
+    }
+    void slerpThis(const QuaternionBase& q0, const QuaternionBase& q1, ValueTypeT t)
+    {
+        *this = slerp(q0, q1, t);
+    }
+    static QuaternionBase slerp(const QuaternionBase& q0, const QuaternionBase& q1, ValueTypeT t)
+    {
+        ValueTypeT c = q0._quat[0] * q1._quat[0] + q0._quat[1] * q1._quat[1] + q0._quat[2] * q1._quat[2] +
+                       q0._quat[3] * q1._quat[3];
+        ValueTypeT sign = ValueTypeT(1);
+        if (c < 0) {
+            c = -c;
+            sign = ValueTypeT(-1);
+        }
+        ValueTypeT s0, s1;
+        if (ValueTypeT(1) - c > ValueTypeT(Eps)) {
+            ValueTypeT omega = osgacos(c), sinom = osgsin(omega);
+            s0 = osgsin((ValueTypeT(1) - t) * omega) / sinom;
+            s1 = osgsin(t * omega) / sinom;
+        } else {
+            s0 = ValueTypeT(1) - t;
+            s1 = t;
+        }
+        QuaternionBase r;
+        for (UInt32 i = 0; i < 4; ++i)
+            r._quat[i] = s0 * q0._quat[i] + sign * s1 * q1._quat[i];
+        r.normalize();
+        return r;
+    }
+    // this = this * other: `other` is applied first.
+    void mult(const QuaternionBase& other) { *this = product(*this, other); }
+    // this = other * this.
+    void multLeft(const QuaternionBase& other) { *this = product(other, *this); }
+    QuaternionBase& operator*=(const QuaternionBase& other)
+    {
+        mult(other);
+        return *this;
+    }
+    QuaternionBase operator*(const QuaternionBase& other) const { return product(*this, other); }
+    bool equals(const QuaternionBase& other, ValueTypeT tol) const
+    {
+        for (UInt32 i = 0; i < 4; ++i)
+            if (osgabs(_quat[i] - other._quat[i]) > tol)
+                return false;
+        return true;
+    }
+    ValueTypeT& operator[](UInt32 i) { return _quat[i]; }
+    const ValueTypeT& operator[](UInt32 i) const { return _quat[i]; }
+    bool operator==(const QuaternionBase& o) const { return equals(o, ValueTypeT(Eps)); }
+    bool operator!=(const QuaternionBase& o) const { return !(*this == o); }
+
+private:
+    static QuaternionBase product(const QuaternionBase& a, const QuaternionBase& b)
+    {
+        QuaternionBase r;
+        r._quat[3] = a._quat[3] * b._quat[3] - a._quat[0] * b._quat[0] - a._quat[1] * b._quat[1] -
+                     a._quat[2] * b._quat[2];
+        r._quat[0] = a._quat[3] * b._quat[0] + a._quat[0] * b._quat[3] + a._quat[1] * b._quat[2] -
+                     a._quat[2] * b._quat[1];
+        r._quat[1] = a._quat[3] * b._quat[1] + a._quat[1] * b._quat[3] + a._quat[2] * b._quat[0] -
+                     a._quat[0] * b._quat[2];
+        r._quat[2] = a._quat[3] * b._quat[2] + a._quat[2] * b._quat[3] + a._quat[0] * b._quat[1] -
+                     a._quat[1] * b._quat[0];
+        return r;
+    }
+
+    ValueTypeT _quat[4];
+};
+
+template <class T>
+inline std::ostream& operator<<(std::ostream& os, const QuaternionBase<T>& q)
+{
+    return os << q[0] << ", " << q[1] << ", " << q[2] << ", " << q[3];
+}
+
+typedef QuaternionBase<Real32> Quaternion;
+typedef QuaternionBase<Real64> Quaterniond;
+
+} // namespace osg
+
+#include "OSGMatrix.h"
+
+#endif

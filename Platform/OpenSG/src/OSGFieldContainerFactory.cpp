@@ -1,0 +1,106 @@
+#include <OpenSG/OSGAttachment.h>
+#include <OpenSG/OSGFieldContainerFactory.h>
+#include <OpenSG/OSGFieldContainerType.h>
+#include <OpenSG/OSGNode.h>
+#include <OpenSG/OSGNodeCore.h>
+
+namespace osg {
+
+FieldContainerFactory* FieldContainerFactory::the()
+{
+    static FieldContainerFactory factory;
+    return &factory;
+}
+
+FieldContainerFactory::FieldContainerFactory() : _store(1) {}
+
+FieldContainerType* FieldContainerFactory::findType(UInt32 typeId) const
+{
+    auto it = _typeIdMap.find(typeId);
+    return it != _typeIdMap.end() ? it->second : nullptr;
+}
+
+FieldContainerType* FieldContainerFactory::findType(const Char8* name) const
+{
+    if (name == nullptr)
+        return nullptr;
+    auto it = _typeNameMap.find(name);
+    return it != _typeNameMap.end() ? it->second : nullptr;
+}
+
+UInt16 FieldContainerFactory::findGroupId(const Char8* name) const
+{
+    if (name == nullptr)
+        return 0;
+    auto it = _groupIds.find(name);
+    return it != _groupIds.end() ? it->second : 0;
+}
+
+const Char8* FieldContainerFactory::findGroupName(UInt16 groupId) const
+{
+    if (groupId == 0 || groupId > _groupNames.size())
+        return nullptr;
+    return _groupNames[groupId - 1].c_str();
+}
+
+FieldContainerPtr FieldContainerFactory::createFieldContainer(const Char8* typeName) const
+{
+    FieldContainerType* type = findType(typeName);
+    return type != nullptr ? type->createFieldContainer() : FieldContainerPtr();
+}
+
+NodePtr FieldContainerFactory::createNode(const Char8* typeName) const
+{
+    FieldContainerType* type = findType(typeName);
+    return type != nullptr ? type->createNode() : NodePtr();
+}
+
+NodeCorePtr FieldContainerFactory::createNodeCore(const Char8* typeName) const
+{
+    FieldContainerType* type = findType(typeName);
+    return type != nullptr ? type->createNodeCore() : NodeCorePtr();
+}
+
+AttachmentPtr FieldContainerFactory::createAttachment(const Char8* typeName) const
+{
+    FieldContainerType* type = findType(typeName);
+    return type != nullptr ? type->createAttachment() : AttachmentPtr();
+}
+
+UInt16 FieldContainerFactory::registerGroup(const Char8* name)
+{
+    if (name == nullptr)
+        return 0;
+    auto it = _groupIds.find(name);
+    if (it != _groupIds.end())
+        return it->second;
+    _groupNames.push_back(name);
+    UInt16 id = UInt16(_groupNames.size());
+    _groupIds.emplace(name, id);
+    return id;
+}
+
+void FieldContainerFactory::registerType(FieldContainerType* type)
+{
+    _typeIdMap[type->getId()] = type;
+    _typeNameMap.emplace(type->getCName(), type);
+}
+
+UInt32 FieldContainerFactory::registerFieldContainer(const FieldContainerPtr& container)
+{
+    _store.push_back(container);
+    return UInt32(_store.size() - 1);
+}
+
+bool FieldContainerFactory::unregisterFieldContainer(const FieldContainerPtr& container)
+{
+    if (container == NullFC)
+        return false;
+    UInt32 id = container.getFieldContainerId();
+    if (id == 0 || id >= _store.size() || _store[id] != container)
+        return false;
+    _store[id] = NullFC;
+    return true;
+}
+
+} // namespace osg

@@ -1,0 +1,243 @@
+#include <OpenSG/OSGAttachmentMapFields.h>
+#include <OpenSG/OSGBaseFields.h>
+#include <OpenSG/OSGMFBaseTypes.h>
+#include <OpenSG/OSGMFMathTypes.h>
+#include <OpenSG/OSGMFSysTypes.h>
+#include <OpenSG/OSGMFVecTypes.h>
+#include <OpenSG/OSGNode.h>
+#include <OpenSG/OSGSFBaseTypes.h>
+#include <OpenSG/OSGSFMathTypes.h>
+#include <OpenSG/OSGSFSysTypes.h>
+#include <OpenSG/OSGSFVecTypes.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+using namespace osg;
+
+namespace {
+
+template <class FieldT>
+std::string text(const FieldT& field)
+{
+    std::string s = "stale";
+    return field.getValueByStr(s);
+}
+
+// Prints a value, reads the text into a fresh field and checks it comes back equal.
+template <class FieldT, class ValueT>
+void expectRoundTrip(const ValueT& value)
+{
+    FieldT out(value);
+    FieldT in;
+    std::string s;
+    in.pushValueByStr(out.getValueByStr(s).c_str());
+    EXPECT_EQ(in.getValue(), value) << FieldT::getClassType().getCName() << ": " << s;
+}
+
+} // namespace
+
+TEST(FieldText, NumbersUseTheCFormatsOfTheirType)
+{
+    EXPECT_EQ(text(SFReal32(1.5f)), "1.500000e+00");
+    EXPECT_EQ(text(SFReal64(-0.25)), "-2.500000e-01");
+    EXPECT_EQ(text(SFTime(2.0)), "2.000000e+00");
+    EXPECT_EQ(text(SFInt32(-7)), "-7");
+    EXPECT_EQ(text(SFUInt32(4294967295u)), "4294967295");
+    EXPECT_EQ(text(SFInt8(-3)), "-3");
+    EXPECT_EQ(text(SFUInt8(200)), "200");
+    EXPECT_EQ(text(SFInt16(-300)), "-300");
+    EXPECT_EQ(text(SFUInt16(65535)), "65535");
+    EXPECT_EQ(text(SFInt64(-9000000000LL)), "-9000000000");
+    EXPECT_EQ(text(SFUInt64(18446744073709551615ULL)), "18446744073709551615");
+    EXPECT_EQ(text(SFGLenum(0x1201)), "4609");
+    EXPECT_EQ(text(SFBool(true)), "TRUE");
+    EXPECT_EQ(text(SFBool(false)), "FALSE");
+}
+
+TEST(FieldText, CompoundValuesUseTheirSeparators)
+{
+    EXPECT_EQ(text(SFVec3f(Vec3f(1, 2, 3))), "1.000000e+00  2.000000e+00  3.000000e+00");
+    EXPECT_EQ(text(SFPnt2f(Pnt2f(0.5f, -1))), "5.000000e-01  -1.000000e+00");
+    EXPECT_EQ(text(SFColor3f(Color3f(1, 0, 0.5f))), "1.000000e+00 0.000000e+00 5.000000e-01");
+    EXPECT_EQ(text(SFColor4f(Color4f(0, 0, 0, 1))), "0.000000e+00 0.000000e+00 0.000000e+00 1.000000e+00");
+    EXPECT_EQ(text(SFString("abc")), "\"abc\"");
+
+    // Matrix: row by row, so the translation is the 4th, 8th and 12th value.
+    Matrix m;
+    m.setTranslate(7, 8, 9);
+    EXPECT_EQ(text(SFMatrix(m)), "1.000000e+00 0.000000e+00 0.000000e+00 7.000000e+00 "
+                                 "0.000000e+00 1.000000e+00 0.000000e+00 8.000000e+00 "
+                                 "0.000000e+00 0.000000e+00 1.000000e+00 9.000000e+00 "
+                                 "0.000000e+00 0.000000e+00 0.000000e+00 1.000000e+00");
+
+    // Quaternion: axis and angle in radians.
+    Quaternion q(Vec3f(0, 1, 0), 0.5f);
+    EXPECT_EQ(text(SFQuaternion(q)), "0.000000e+00 1.000000e+00 0.000000e+00 5.000000e-01");
+    EXPECT_EQ(text(SFQuaternion(Quaternion())), "0.000000e+00 0.000000e+00 1.000000e+00 0.000000e+00");
+
+    DynamicVolume v;
+    v.setBounds(Pnt3f(-1, -2, -3), Pnt3f(1, 2, 3));
+    EXPECT_EQ(text(SFDynamicVolume(v)), "-1.000000e+00 -2.000000e+00 -3.000000e+00 1.000000e+00 2.000000e+00 "
+                                        "3.000000e+00");
+}
+
+TEST(FieldText, EverySingleFieldTypeRoundTrips)
+{
+    expectRoundTrip<SFBool>(true);
+    expectRoundTrip<SFBool>(false);
+    expectRoundTrip<SFInt8>(Int8(-100));
+    expectRoundTrip<SFUInt8>(UInt8(255));
+    expectRoundTrip<SFInt16>(Int16(-32768));
+    expectRoundTrip<SFUInt16>(UInt16(40000));
+    expectRoundTrip<SFInt32>(Int32(-2147483647 - 1));
+    expectRoundTrip<SFUInt32>(UInt32(3000000000u));
+    expectRoundTrip<SFInt64>(Int64(-1234567890123LL));
+    expectRoundTrip<SFUInt64>(UInt64(18446744073709551615ULL));
+    expectRoundTrip<SFReal32>(0.125f);
+    expectRoundTrip<SFReal64>(-1024.5);
+    expectRoundTrip<SFTime>(Time(3.75));
+    expectRoundTrip<SFGLenum>(UInt32(0x1200));
+    expectRoundTrip<SFVec2f>(Vec2f(1.5f, -2));
+    expectRoundTrip<SFVec3f>(Vec3f(0.25f, 0.5f, 8));
+    expectRoundTrip<SFVec4f>(Vec4f(1, 2, 3, 4));
+    expectRoundTrip<SFPnt2f>(Pnt2f(-1, 1));
+    expectRoundTrip<SFPnt3f>(Pnt3f(3, 2, 1));
+    expectRoundTrip<SFPnt4f>(Pnt4f(0, 0.5f, 0, 1));
+    expectRoundTrip<SFColor3f>(Color3f(0.25f, 0.5f, 0.75f));
+    expectRoundTrip<SFColor4f>(Color4f(0.25f, 0.5f, 0.75f, 0.125f));
+
+    Matrix m;
+    m.setTransform(Vec3f(1, 2, 3), Quaternion(Vec3f(1, 1, 0), 0.75f), Vec3f(2, 2, 2));
+    expectRoundTrip<SFMatrix>(m);
+    expectRoundTrip<SFQuaternion>(Quaternion(Vec3f(0, 0, 1), 1.25f));
+    expectRoundTrip<SFQuaternion>(Quaternion());
+
+    DynamicVolume v;
+    v.setBounds(Pnt3f(-1, -1, -1), Pnt3f(2, 2, 2));
+    expectRoundTrip<SFDynamicVolume>(v);
+}
+
+TEST(FieldText, ParsingIsLenientAboutSeparatorsAndMissingValues)
+{
+    SFVec3f vec;
+    vec.pushValueByStr("1,2\t3");
+    EXPECT_EQ(vec.getValue(), Vec3f(1, 2, 3));
+    vec.pushValueByStr("4");
+    EXPECT_EQ(vec.getValue(), Vec3f(4, 0, 0)); // replaces, missing values are 0
+
+    SFMatrix m(Matrix(2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2));
+    m.pushValueByStr("");
+    EXPECT_EQ(m.getValue(), Matrix()); // no numbers: identity
+
+    SFBool b(false);
+    b.pushValueByStr("true");
+    EXPECT_TRUE(b.getValue());
+    b.pushValueByStr("maybe"); // unreadable: unchanged
+    EXPECT_TRUE(b.getValue());
+
+    SFInt32 i(5);
+    i.pushValueByStr("abc");
+    EXPECT_EQ(i.getValue(), 5);
+    SFUInt8 small(1);
+    small.pushValueByStr("300"); // out of range: unchanged
+    EXPECT_EQ(small.getValue(), 1);
+    SFUInt32 u(1);
+    u.pushValueByStr("-1");
+    EXPECT_EQ(u.getValue(), 1u);
+
+    // Strings are read verbatim: the quotes of the text form stay.
+    SFString s;
+    s.pushValueByStr("\"quoted\"");
+    EXPECT_EQ(s.getValue(), "\"quoted\"");
+}
+
+TEST(FieldText, MultiFieldsAppendElements)
+{
+    MFReal32 reals;
+    reals.pushValueByStr("1");
+    reals.pushValueByStr("2.5");
+    reals.pushValueByStr("x"); // unreadable: not added
+    ASSERT_EQ(reals.size(), 2u);
+    std::string s = "prefix: ";
+    reals.getValueByStr(s);
+    EXPECT_EQ(s, "prefix: 1.000000e+00, 2.500000e+00");
+
+    std::string one;
+    reals.getValueByStr(one, 1);
+    EXPECT_EQ(one, "2.500000e+00");
+    std::string none = "kept";
+    reals.getValueByStr(none, 7);
+    EXPECT_EQ(none, "kept");
+
+    MFVec2f vecs;
+    vecs.push_back(Vec2f(1, 2));
+    vecs.push_back(Vec2f(3, 4));
+    std::string v;
+    EXPECT_EQ(vecs.getValueByStr(v), "1.000000e+00  2.000000e+00, 3.000000e+00  4.000000e+00");
+
+    MFBool flags;
+    flags.pushValueByStr("FALSE");
+    flags.pushValueByStr("TRUE");
+    std::string f;
+    EXPECT_EQ(flags.getValueByStr(f), "FALSE, TRUE");
+    EXPECT_EQ(MFUInt64::getClassType().getCardinality(), FieldType::MULTI_FIELD);
+
+    SFReal32 single(1.f);
+    std::string idx = "kept";
+    single.getValueByStr(idx, 1);
+    EXPECT_EQ(idx, "kept");
+}
+
+TEST(FieldText, PointerFieldsPrintAddressesAndCannotBeRead)
+{
+    NodePtr node = Node::create();
+    SFNodePtr field(node);
+    char expected[32];
+    std::snprintf(expected, sizeof(expected), "%p", static_cast<void*>(node.getCPtr()));
+    EXPECT_EQ(text(field), expected);
+
+    field.pushValueByStr(expected);
+    EXPECT_EQ(field.getValue(), node); // no text input for pointers
+
+    MFNodePtr list;
+    list.pushValueByStr(expected);
+    EXPECT_TRUE(list.empty());
+
+    SFAttachmentMap map;
+    EXPECT_EQ(text(map), "");
+    subRefCP(node);
+}
+
+TEST(FieldTypes, NamesCardinalityAndContentTypes)
+{
+    EXPECT_STREQ(SFVec3f::getClassType().getCName(), "SFVec3f");
+    EXPECT_STREQ(MFNodePtr::getClassType().getCName(), "MFNodePtr");
+    EXPECT_STREQ(SFBool::getClassType().getContentType().getCName(), "bool");
+    EXPECT_STREQ(SFString::getClassType().getContentType().getCName(), "string");
+    EXPECT_STREQ(SFNodePtr::getClassType().getContentType().getCName(), "NodePtr");
+    EXPECT_EQ(SFVec3f::getClassType().getCardinality(), FieldType::SINGLE_FIELD);
+
+    // One content type per value type, shared by the SF and MF field types.
+    EXPECT_EQ(SFVec3f::getClassType().getContentType().getId(),
+              MFVec3f::getClassType().getContentType().getId());
+    EXPECT_NE(SFVec3f::getClassType().getContentType().getId(),
+              SFPnt3f::getClassType().getContentType().getId());
+    EXPECT_NE(SFReal64::getClassType().getId(), SFTime::getClassType().getId());
+    EXPECT_NE(SFUInt32::getClassType().getContentType().getId(),
+              SFGLenum::getClassType().getContentType().getId());
+
+    SFVec3f field(Vec3f(1, 2, 3));
+    const Field& asField = field;
+    EXPECT_EQ(asField.getContentType().getId(), SFVec3f::getClassType().getContentType().getId());
+    EXPECT_EQ(asField.getSize(), 1u);
+
+    SFVec3f other;
+    other.setAbstrValue(field);
+    EXPECT_EQ(other.getValue(), Vec3f(1, 2, 3));
+    SFReal32 wrong(2.f);
+    wrong.setAbstrValue(field); // another type: ignored
+    EXPECT_EQ(wrong.getValue(), 2.f);
+}
