@@ -1,10 +1,813 @@
 #include <zeAnimation/zeAnimationController.h>
 
 #include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationField.h>
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationObject.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationUnit.h>
+#include <zeAnimation/zeAnimationUtils.h>
 #include <zeAnimation/zeControlPoint2D.h>
 
+#include <zeOpenSGUtils/zeOpenSGUtils.h>
+#include <zeUtils/zeMessage.h>
+
+#include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <iterator>
+#include <mutex>
+
+float zeAnimationController::_fps = 25.0f;
+float zeAnimationController::_currentFrame = 0.0f;
+float zeAnimationController::_fullFrame = 0.0f;
+float zeAnimationController::_begin = 0.0f;
+float zeAnimationController::_end = 0.0f;
+float zeAnimationController::_start = 0.0f;
+float zeAnimationController::_startTime = 0.0f;
+float zeAnimationController::_pauseStartTime = 0.0f;
+bool zeAnimationController::_playing = false;
+bool zeAnimationController::_pausing = false;
+bool zeAnimationController::_repeat = false;
+bool zeAnimationController::_reverse = false;
+bool zeAnimationController::_forcePlayLoopFullFrame = false;
+bool zeAnimationController::_callWidgets = false;
+bool zeAnimationController::_emitCurrentFrame = false;
+std::vector<osg::UInt64> zeAnimationController::_playingObjects;
+std::vector<zeAnimationCurve2D*> zeAnimationController::_curves;
+std::vector<zeAnimationSequence*> zeAnimationController::_seqs;
+std::list<zeAnimationController::FrameListenerCB> zeAnimationController::_frameListeners;
+zeAnimationController::SimulationTimeCB zeAnimationController::_timeCB = nullptr;
+zeAnimationController::MainCameraCB zeAnimationController::_cameraCB = nullptr;
+zeAnimationController::ExecuteSequenceCB zeAnimationController::_seqCB = nullptr;
+zeAnimationController::CurrentFrameCB zeAnimationController::_currentFrameTimeLineCB = nullptr;
+zeAnimationController::CurrentFrameCB zeAnimationController::_currentFrameCurveEditorCB = nullptr;
+zeAnimationController::CurrentFrameCB zeAnimationController::_currentFrameClipMakerCB = nullptr;
+zeAnimationController::UpdateNavigatorCB zeAnimationController::_updateNavCB = nullptr;
+zeAnimationController::EnableSimulationCB zeAnimationController::_enableSimCB = nullptr;
+zeAnimationController::IsSimulationEnableCB zeAnimationController::_isSimEnableCB = nullptr;
+
+namespace {
+
+zeAnimationManager* manager()
+{
+    return zeAnimationManager::the();
+}
+
+// The range an object plays over: its play range when it uses one, else its interval.
+void objectRange(const zeAnimationObject* object, float& b, float& e)
+{
+    if (object->usesPlayRange()) {
+        b = object->getStartPlayRange();
+        e = object->getEndPlayRange();
+    } else {
+        b = object->getBegin();
+        e = object->getEnd();
+    }
+}
+
+float repeatWrap(float frame, float b, float e)
+{
+    return frame - floorf((frame - b) / (e - b)) * (e - b);
+}
+
+// Round half away from zero and truncate, as the whole-frame snapping of global playback does.
+float roundHalfAway(float frame)
+{
+    return static_cast<float>(std::trunc(frame < 0.0f ? frame - 0.5f : frame + 0.5f));
+}
+
+void sendMessage(const std::string& name, zeMessage& message)
+{
+    zeOpenSGUtils::call(name, message, 0);
+}
+
+} // namespace
+
+// ---- Singleton and host callbacks -------------------------------------------------------------
+
+zeAnimationController::zeAnimationController() : currentObject(0), evaluateActiveUnits(false)
+{
+}
+
+zeAnimationController* zeAnimationController::the()
+{
+    static zeAnimationController instance;
+    return &instance;
+}
+
+void zeAnimationController::setTimeLineCurrentFrame(float frame)
+{
+    if (_currentFrameTimeLineCB)
+        _currentFrameTimeLineCB(frame);
+}
+
+void zeAnimationController::setCurveEditorCurrentFrame(float frame)
+{
+    if (_currentFrameCurveEditorCB)
+        _currentFrameCurveEditorCB(frame);
+}
+
+void zeAnimationController::setClipMakerCurrentFrame(float frame)
+{
+    if (_currentFrameClipMakerCB)
+        _currentFrameClipMakerCB(frame);
+}
+
+void zeAnimationController::executeSequence(const std::string& name)
+{
+    if (_seqCB)
+        _seqCB(name);
+}
+
+void zeAnimationController::updateNavigator(bool update)
+{
+    if (_updateNavCB)
+        _updateNavCB(update);
+}
+
+void zeAnimationController::enableSimulation(bool enable)
+{
+    if (_enableSimCB)
+        _enableSimCB(enable);
+}
+
+bool zeAnimationController::isSimulationEnable()
+{
+    return _isSimEnableCB ? _isSimEnableCB() : false;
+}
+
+void zeAnimationController::addFrameListenerCB(FrameListenerCB cb)
+{
+    if (cb)
+        _frameListeners.push_back(cb);
+}
+
+void zeAnimationController::subFrameListenerCB(FrameListenerCB cb)
+{
+    if (cb)
+        _frameListeners.remove(cb);
+}
+
+void zeAnimationController::callFrameListeners()
+{
+    // A listener may add or remove listeners; walk a copy.
+    const std::list<FrameListenerCB> listeners = _frameListeners;
+    for (FrameListenerCB cb : listeners) {
+        if (cb)
+            cb();
+    }
+}
+
+float zeAnimationController::getSimulationTime()
+{
+    if (_timeCB)
+        return static_cast<float>(_timeCB());
+    typedef std::chrono::steady_clock Clock;
+    static std::once_flag once;
+    static Clock::time_point origin;
+    std::call_once(once, [] { origin = Clock::now(); });
+    const std::chrono::duration<double> elapsed = Clock::now() - origin;
+    return static_cast<float>(elapsed.count());
+}
+
+void zeAnimationController::setCurrentFrame(float frame, AnimationWidget sender)
+{
+    _currentFrame = frame;
+    zeMessage message;
+    message.setValue("frame", boost::any(frame), true);
+    message.setValue("sender", boost::any(sender), true);
+    sendMessage("currentFrameChanged", message);
+}
+
+osg::PerspectiveCamera2Ptr zeAnimationController::getMainCamera()
+{
+    return _cameraCB ? _cameraCB() : osg::PerspectiveCamera2Ptr(osg::NullFC);
+}
+
+// ---- Evaluation -------------------------------------------------------------------------------
+
+void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, float frame, CurveFrameMap& past,
+                                                   CurveFrameMap& active, CurveFrameMap& future,
+                                                   bool motionBlurOnly)
+{
+    if (!object)
+        return;
+    float b = 0.0f;
+    float e = 0.0f;
+    objectRange(object, b, e);
+    const float local = object->isRepeating() ? repeatWrap(frame, b, e) : frame;
+    if (object->getTypeID() <= 3) {
+        // The comparisons use the unwrapped frame and the object's own interval; only the stored
+        // local frame is wrapped.
+        const float objectBegin = object->getBegin();
+        const float objectEnd = object->getEnd();
+        for (zeAnimationCurve2D* curve : object->getCurves()) {
+            const std::pair<zeAnimationCurve2D*, float> entry(curve, local);
+            if (motionBlurOnly) {
+                if (curve->getMotionBlur() && objectBegin <= frame && frame <= objectEnd)
+                    active.emplace(objectBegin, entry);
+            } else if (objectBegin > frame) {
+                future.emplace(objectEnd, entry);
+            } else if (objectEnd < frame) {
+                past.emplace(objectBegin, entry);
+            } else {
+                active.emplace(objectBegin, entry);
+            }
+        }
+        return;
+    }
+    // Containers pass the unwrapped frame down; their own repeat wrap does not reach the children.
+    zeAnimationObject::DepthGuard guard;
+    if (!guard.ok())
+        return;
+    for (zeAnimationObject* child : object->getObjects())
+        collectCurvesWithFrame(child, frame, past, active, future, motionBlurOnly);
+}
+
+namespace {
+
+// Reads one curve at a local frame, clamped to the curve's own ends unless it repeats, and
+// stores the result into its field.
+void readCurve(zeAnimationCurve2D* curve, float frame, std::vector<zeAnimationField*>& changed)
+{
+    if (!curve || !curve->isActive())
+        return;
+    float f = frame;
+    if (curve->getBegin() > f && !curve->isRepeating())
+        f = curve->getBegin();
+    else if (curve->getEnd() < f && !curve->isRepeating())
+        f = curve->getEnd();
+    float value = 0.0f;
+    if (!zeAnimationController::computeCurveValue(curve, f, value))
+        return;
+    zeAnimationField* field = curve->getAnimationField();
+    if (!field)
+        return;
+    field->value = value;
+    changed.push_back(field);
+}
+
+void readAt(zeAnimationCurve2D* curve, float frame, std::vector<zeAnimationField*>& changed)
+{
+    float value = 0.0f;
+    if (!zeAnimationController::computeCurveValue(curve, frame, value))
+        return;
+    zeAnimationField* field = curve->getAnimationField();
+    if (!field)
+        return;
+    field->value = value;
+    changed.push_back(field);
+}
+
+} // namespace
+
+bool zeAnimationController::evaluateObject(zeAnimationObject* object, float frame, bool motionBlurOnly)
+{
+    if (!object)
+        return true;
+    CurveFrameMap past;
+    CurveFrameMap active;
+    CurveFrameMap future;
+    collectCurvesWithFrame(object, frame, past, active, future, motionBlurOnly);
+
+    // Not yet started objects show their first value, finished ones their last, running ones
+    // override both; among equals the later-starting object wins.
+    std::vector<zeAnimationField*>& changed = changedFields;
+    changed.clear();
+    for (CurveFrameMap::reverse_iterator it = future.rbegin(); it != future.rend(); ++it)
+        readCurve(it->second.first, it->second.second, changed);
+    for (const CurveFrameMap::value_type& entry : past)
+        readCurve(entry.second.first, entry.second.second, changed);
+    for (const CurveFrameMap::value_type& entry : active)
+        readCurve(entry.second.first, entry.second.second, changed);
+    updateAnimationFields(changed);
+
+    const float whole = std::trunc(frame);
+    if (whole != object->getLastFullFrame()) {
+        const std::vector<zeAnimationSequence*> sequences = object->getSequencesRecursive();
+        if (!sequences.empty())
+            evaluateSequences(sequences, whole);
+    }
+    object->setLastFullFrame(whole);
+
+    float b = 0.0f;
+    float e = 0.0f;
+    objectRange(object, b, e);
+    const float f = object->isRepeating() ? repeatWrap(frame, b, e) : frame;
+    return (f < b && object->getReversePlay()) || (f > e && !object->getReversePlay());
+}
+
+void zeAnimationController::evaluate(float frame, bool motionBlurOnly)
+{
+    evaluate(frame, true, true, evaluateActiveUnits, motionBlurOnly);
+}
+
+void zeAnimationController::evaluate(float frame, bool evaluateCurrentObject, bool evaluateCurrentCurves,
+                                     bool evaluateActive, bool motionBlurOnly)
+{
+    zeAnimationManager* m = manager();
+    if (evaluateCurrentObject) {
+        if (zeAnimationObject* object = m->getObject(currentObject))
+            evaluateObject(object, frame, motionBlurOnly);
+    }
+    if (evaluateCurrentCurves && !currentCurves.empty()) {
+        std::vector<zeAnimationCurve2D*> curves;
+        for (osg::UInt64 id : currentCurves) {
+            if (zeAnimationCurve2D* curve = m->getCurve2D(id))
+                curves.push_back(curve);
+        }
+        evaluateCurves(curves, frame, motionBlurOnly);
+    }
+    if (evaluateActive) {
+        for (zeAnimationUnit* unit : m->getActiveSceneUnits()) {
+            if (unit)
+                evaluateObject(unit, frame, motionBlurOnly);
+        }
+    }
+}
+
+void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*>& curves, float frame,
+                                           bool motionBlurOnly)
+{
+    float b = zeAnimationObject::EmptyLow;
+    float e = zeAnimationObject::EmptyHigh;
+    for (zeAnimationCurve2D* curve : curves) {
+        if (!curve || !curve->isActive())
+            continue;
+        b = std::min(b, curve->getBegin());
+        e = std::max(e, curve->getEnd());
+    }
+    evaluateCurves(curves, b, e, frame, motionBlurOnly);
+}
+
+void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*>& curves, float begin, float end,
+                                           float frame, bool motionBlurOnly)
+{
+    std::vector<zeAnimationCurve2D*> sorted;
+    sorted.reserve(curves.size());
+    for (zeAnimationCurve2D* curve : curves) {
+        if (curve)
+            sorted.push_back(curve);
+    }
+    const float f = std::min(end, std::max(begin, frame));
+    const auto wanted = [motionBlurOnly](const zeAnimationCurve2D* curve) {
+        return curve->isActive() && (!motionBlurOnly || curve->getMotionBlur());
+    };
+    std::vector<zeAnimationField*> changed;
+    std::stable_sort(sorted.begin(), sorted.end(), zeAnimationUtils::sortBeginBased);
+    for (zeAnimationCurve2D* curve : sorted) {
+        if (wanted(curve) && curve->getBegin() > f)
+            readAt(curve, curve->getBegin(), changed);
+    }
+    std::stable_sort(sorted.begin(), sorted.end(), zeAnimationUtils::sortEndBased);
+    for (zeAnimationCurve2D* curve : sorted) {
+        if (wanted(curve) && curve->getEnd() < f)
+            readAt(curve, curve->getEnd(), changed);
+    }
+    for (zeAnimationCurve2D* curve : sorted) {
+        if (wanted(curve) && curve->getBegin() <= f && f <= curve->getEnd())
+            readAt(curve, f, changed);
+    }
+    updateAnimationFields(changed);
+}
+
+void zeAnimationController::updateAnimationFields(const std::vector<zeAnimationField*>& fields)
+{
+    for (zeAnimationField* field : fields)
+        zeAnimationUtils::setOSGFieldValue(field);
+}
+
+// ---- Transport --------------------------------------------------------------------------------
+
+bool zeAnimationController::enqueueObject(zeAnimationObject* object, bool immediately)
+{
+    if (!object || !object->isActive())
+        return false;
+    if (immediately)
+        playQueue.insert(object->getId());
+    else
+        waitingObjects.push_back(object->getId());
+    return true;
+}
+
+void zeAnimationController::enqueueObjects(const std::vector<zeAnimationObject*>& objects, bool immediately)
+{
+    for (zeAnimationObject* object : objects)
+        enqueueObject(object, immediately);
+}
+
+bool zeAnimationController::dequeueObject(zeAnimationObject* object)
+{
+    return object && playQueue.erase(object->getId()) != 0;
+}
+
+void zeAnimationController::enqueueWaitingObjects()
+{
+    // Moved out first: starting an object may queue others, which wait for the next pass.
+    std::vector<osg::UInt64> waiting;
+    waiting.swap(waitingObjects);
+    playQueue.insert(waiting.begin(), waiting.end());
+}
+
+void zeAnimationController::scheduleStart(zeAnimationObject* object)
+{
+    if (object && object->isActive())
+        waitingObjects.push_back(object->getId());
+}
+
+void zeAnimationController::removeRunning(zeAnimationObject* object)
+{
+    if (object)
+        playQueue.erase(object->getId());
+}
+
+std::vector<osg::UInt64> zeAnimationController::getPlayQueue() const
+{
+    std::vector<osg::UInt64> ids;
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 id : playQueue) {
+        if (m->getObject(id))
+            ids.push_back(id);
+    }
+    return ids;
+}
+
+void zeAnimationController::loop()
+{
+    if (_pausing)
+        return;
+    const float t = getSimulationTime();
+    zeAnimationManager* m = manager();
+    std::vector<osg::UInt64> finished;
+    // A snapshot: triggers fired during the pass may stop (erase) queued objects, which are then
+    // no longer visited.
+    const std::vector<osg::UInt64> queued(playQueue.begin(), playQueue.end());
+    for (osg::UInt64 id : queued) {
+        if (playQueue.count(id) == 0)
+            continue;
+        zeAnimationObject* object = m->getObject(id);
+        if (!object) {
+            playQueue.erase(id); // destroyed while queued
+            continue;
+        }
+        if (!object->isActive() || object->isPausing())
+            continue;
+        float b = 0.0f;
+        float e = 0.0f;
+        objectRange(object, b, e);
+        if (!object->isPlaying()) {
+            object->setStartTime(t);
+            object->setStopTime(t + (e - b) / _fps);
+            for (zeAnimationSequence* sequence : object->getSequencesRecursive())
+                sequence->setDirty(true);
+        }
+        const float s = object->usesPlayRange() ? object->getStartPlay() : b;
+        const float dt = (t - object->getStartTime()) * _fps;
+        const float frame = object->getReversePlay() ? s - dt : s + dt;
+        _currentFrame = frame;
+        if (evaluateObject(object, frame, false))
+            finished.push_back(id);
+        // The object may have been destroyed by a host callback during its evaluation.
+        if (m->getObject(id) == object)
+            object->triggerLoop(frame);
+    }
+    for (osg::UInt64 id : finished) {
+        if (zeAnimationObject* object = m->getObject(id))
+            object->setUsePlayRange(false);
+        playQueue.erase(id);
+    }
+    enqueueWaitingObjects();
+}
+
+void zeAnimationController::playLoop()
+{
+    if (_pausing || !_playing)
+        return;
+    const float t = getSimulationTime();
+    float frame = (t - _startTime) * _fps;
+    if (_reverse)
+        frame = -frame;
+    frame += _start;
+    if (_repeat)
+        frame = repeatWrap(frame, _begin, _end);
+    if (_forcePlayLoopFullFrame)
+        frame = roundHalfAway(frame);
+    setCurrentFrame(frame, PlayGlobal);
+    const float whole = floorf(frame);
+    if (whole != _fullFrame) {
+        _fullFrame = whole;
+        zeMessage message;
+        message.setValue("frame", boost::any(static_cast<int>(whole)), true);
+        sendMessage("currentFullFrameChanged", message);
+    }
+    zeAnimationManager* m = manager();
+    // By index: a host callback may change the list while it is walked.
+    for (std::size_t i = 0; i < _playingObjects.size(); ++i)
+        evaluateObject(m->getObject(_playingObjects[i]), frame, false);
+    if ((frame < _begin && _reverse) || (frame > _end && !_reverse)) {
+        _playing = false;
+        zeMessage message;
+        message.setValue("finished", boost::any(true), true);
+        sendMessage("finishedPlayingGlobal", message);
+    }
+}
+
+void zeAnimationController::pause(bool pausing)
+{
+    if (pausing == _pausing)
+        return;
+    const float t = getSimulationTime();
+    if (pausing) {
+        _pauseStartTime = t;
+        _pausing = true;
+        return;
+    }
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 id : playQueue) {
+        if (zeAnimationObject* object = m->getObject(id))
+            object->setStartTime(object->getStartTime() + (t - _pauseStartTime));
+    }
+    _pausing = false;
+}
+
+void zeAnimationController::pause(zeAnimationObject* object, bool pausing)
+{
+    if (!object)
+        return;
+    const float t = getSimulationTime();
+    object->setPausing(pausing);
+    if (pausing)
+        object->setPauseTime(t);
+    else
+        object->setStartTime(object->getStartTime() + (t - object->getPauseTime()));
+}
+
+void zeAnimationController::stop()
+{
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 id : std::vector<osg::UInt64>(playQueue.begin(), playQueue.end())) {
+        if (zeAnimationObject* object = m->getObject(id))
+            object->setPlaying(false);
+    }
+    playQueue.clear();
+}
+
+void zeAnimationController::reset()
+{
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 id : std::vector<osg::UInt64>(playQueue.begin(), playQueue.end())) {
+        if (zeAnimationObject* object = m->getObject(id)) {
+            evaluateObject(object, object->getBegin(), false);
+            object->setPlaying(false);
+        }
+    }
+    playQueue.clear();
+}
+
+void zeAnimationController::reset(zeAnimationObject* object)
+{
+    if (!object)
+        return;
+    evaluateObject(object, object->usesPlayRange() ? object->getStartPlayRange() : object->getBegin(), false);
+    object->setPlaying(false);
+    playQueue.erase(object->getId());
+}
+
+void zeAnimationController::gotoEnd(zeAnimationObject* object)
+{
+    if (!object)
+        return;
+    evaluateObject(object, object->usesPlayRange() ? object->getEndPlayRange() : object->getEnd(), false);
+    playQueue.erase(object->getId());
+}
+
+void zeAnimationController::playGlobal(const std::vector<osg::UInt64>& ids, bool reverse, bool repeat, float begin,
+                                       float end, float start)
+{
+    if (&ids != &_playingObjects)
+        _playingObjects = ids;
+    _reverse = reverse;
+    _repeat = repeat;
+    if (begin != 0.0f || end != 0.0f || start != 0.0f) {
+        _begin = begin;
+        _end = end;
+        _start = start;
+    } else {
+        _begin = zeAnimationObject::EmptyLow;
+        _end = zeAnimationObject::EmptyHigh;
+        zeAnimationManager* m = manager();
+        for (osg::UInt64 id : _playingObjects) {
+            if (const zeAnimationObject* object = m->getObject(id)) {
+                _begin = std::min(_begin, object->getBegin());
+                _end = std::max(_end, object->getEnd());
+            }
+        }
+        _start = _currentFrame;
+    }
+    reset();
+    _startTime = getSimulationTime();
+    _playing = true;
+}
+
+void zeAnimationController::playGlobal(osg::UInt64 id, bool reverse, bool repeat, float begin, float end,
+                                       float start)
+{
+    playGlobal(std::vector<osg::UInt64>(1, id), reverse, repeat, begin, end, start);
+}
+
+void zeAnimationController::gotoGlobalBegin(zeAnimationObject* object)
+{
+    _playing = false;
+    if (!object)
+        return;
+    _curves = object->getCurves();
+    _seqs = object->getSequencesRecursive();
+    const float frame = object->getBegin();
+    evaluateObject(object, frame, false);
+    setTimeLineCurrentFrame(frame);
+    setCurveEditorCurrentFrame(frame);
+    setClipMakerCurrentFrame(frame);
+}
+
+void zeAnimationController::gotoGlobalEnd(zeAnimationObject* object)
+{
+    _playing = false;
+    if (!object)
+        return;
+    _curves = object->getCurves();
+    _seqs = object->getSequencesRecursive();
+    const float frame = object->getEnd();
+    evaluateObject(object, frame, false);
+    setTimeLineCurrentFrame(frame);
+    setCurveEditorCurrentFrame(frame);
+    setClipMakerCurrentFrame(frame);
+}
+
+void zeAnimationController::gotoGlobalBegin(const std::vector<zeAnimationCurve2D*>& curves)
+{
+    _playing = false;
+    if (curves.empty())
+        return;
+    _curves = curves;
+    _seqs.clear();
+    // The search starts from 0 on purpose: curves that all begin after 0 are shown at frame 0.
+    float frame = 0.0f;
+    for (zeAnimationCurve2D* curve : _curves) {
+        if (curve)
+            frame = std::min(frame, curve->getBegin());
+    }
+    evaluateCurves(_curves, frame, false);
+    setTimeLineCurrentFrame(frame);
+    setCurveEditorCurrentFrame(frame);
+    setClipMakerCurrentFrame(frame);
+}
+
+void zeAnimationController::gotoGlobalEnd(const std::vector<zeAnimationCurve2D*>& curves)
+{
+    _playing = false;
+    if (curves.empty())
+        return;
+    _curves = curves;
+    _seqs.clear();
+    float frame = 0.0f;
+    for (zeAnimationCurve2D* curve : _curves) {
+        if (curve)
+            frame = std::max(frame, curve->getEnd());
+    }
+    evaluateCurves(_curves, frame, false);
+    setTimeLineCurrentFrame(frame);
+    setCurveEditorCurrentFrame(frame);
+    setClipMakerCurrentFrame(frame);
+}
+
+void zeAnimationController::stopGlobal()
+{
+    _playing = false;
+    _curves.clear();
+    _seqs.clear();
+}
+
+bool zeAnimationController::isPlaying() const
+{
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 id : playQueue) {
+        if (m->getObject(id))
+            return true;
+    }
+    return false;
+}
+
+bool zeAnimationController::isPlaying(const std::string& name) const
+{
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 id : playQueue) {
+        const zeAnimationObject* object = m->getObject(id);
+        if (object && object->getName() == name && !object->isPausing())
+            return true;
+    }
+    return false;
+}
+
+// ---- Sequences --------------------------------------------------------------------------------
+
+void zeAnimationController::initSequences(const std::vector<zeAnimationSequence*>& sequences)
+{
+    for (zeAnimationSequence* sequence : sequences) {
+        if (sequence)
+            sequence->setDirty(true);
+    }
+}
+
+void zeAnimationController::evaluateSequences(const std::vector<zeAnimationSequence*>& sequences, float frame)
+{
+    const bool simulationWasOn = _isSimEnableCB && _isSimEnableCB();
+    if (simulationWasOn && _enableSimCB)
+        _enableSimCB(false);
+    for (zeAnimationSequence* sequence : sequences) {
+        if (!sequence || !sequence->isActive())
+            continue;
+        // An armed sequence fires once as soon as playback is at or past its begin, even after a
+        // jump past its end; inside its range it fires at every whole-frame change.
+        if (frame >= sequence->getBegin() && (sequence->isDirty() || frame <= sequence->getEnd())) {
+            executeSequence(std::string(sequence->getName()));
+            sequence->setDirty(false);
+        }
+    }
+    if (simulationWasOn && _enableSimCB)
+        _enableSimCB(true);
+}
+
+// ---- Motion blur ------------------------------------------------------------------------------
+
+bool zeAnimationController::motionBlurFrame(float t, const char* where, float& frame)
+{
+    osg::PerspectiveCamera2Ptr camera = getMainCamera();
+    if (camera == osg::NullFC) {
+        std::printf("ERROR: zeAnimationController::%s: Can't get active camera!\n", where);
+        std::fflush(stdout);
+        return false;
+    }
+    frame = static_cast<float>((1.0 / camera->getShutterSpeed()) * _fps * t + _currentFrame);
+    return true;
+}
+
+void zeAnimationController::executeMotionBlur(float t)
+{
+    float frame = 0.0f;
+    if (!motionBlurFrame(t, "executeMotionBlur", frame))
+        return;
+    evaluate(frame, true);
+    updateNavigator(false);
+}
+
+void zeAnimationController::executeMotionBlur(float t, zeAnimationObject* object)
+{
+    float frame = 0.0f;
+    if (!motionBlurFrame(t, "executeMotionBlur", frame) || !object)
+        return;
+    std::vector<zeAnimationCurve2D*> curves;
+    for (zeAnimationCurve2D* curve : object->getCurves()) {
+        if (curve->isActive() && curve->getMotionBlur() && curve->getBegin() <= frame && frame <= curve->getEnd())
+            curves.push_back(curve);
+    }
+    if (!curves.empty())
+        evaluateCurves(curves, object->getBegin(), object->getEnd(), frame, true);
+}
+
+void zeAnimationController::executeMotionBlurOnActiveUnits(float t)
+{
+    float frame = 0.0f;
+    if (!motionBlurFrame(t, "executeMotionBlurOnActiveUnits", frame))
+        return;
+    std::vector<zeAnimationCurve2D*> curves;
+    float b = zeAnimationObject::EmptyLow;
+    float e = zeAnimationObject::EmptyHigh;
+    for (zeAnimationUnit* unit : manager()->getActiveSceneUnits()) {
+        float ub = 0.0f;
+        float ue = 0.0f;
+        objectRange(unit, ub, ue);
+        if (!(ub <= frame && frame <= ue))
+            continue;
+        for (zeAnimationCurve2D* curve : unit->getCurves()) {
+            if (curve->isActive() && curve->getMotionBlur() && curve->getBegin() <= frame &&
+                frame <= curve->getEnd()) {
+                curves.push_back(curve);
+                b = std::min(b, curve->getBegin());
+                e = std::max(e, curve->getEnd());
+            }
+        }
+    }
+    evaluateCurves(curves, b, e, frame, true);
+}
+
+void zeAnimationController::resetMotionBlur()
+{
+    evaluate(_currentFrame, true);
+}
+
+// ---- Curve evaluation --------------------------------------------------------------------------
 
 namespace {
 

@@ -11,6 +11,12 @@
 #include <zeAnimation/zeAnimationUtils.h>
 #include <zeAnimation/zeControlPoint2D.h>
 
+#include <OpenSG/OSGFieldContainerFactory.h>
+#include <OpenSG/OSGMaterialGroup.h>
+#include <zeOpenSGExt/OSGCameraSetting.h>
+#include <zeOpenSGExt/OSGTransform3D.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <iostream>
@@ -125,10 +131,12 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationObject* obj)
     const osg::UInt64 old = obj->id;
     osg::UInt64 target = id;
     if (!isIDUnique(id)) {
+        // Attachments that referred to the requested identifier now refer to the fresh one.
         target = drawFreshID();
         if (_sceneRoot != osg::NullFC) {
             _oldID = id;
             _newID = target;
+            walkScene(&zeAnimationManager::changeSceneAnimAttachmentIDs);
         }
     }
     const bool registered = getObject(old) == obj;
@@ -150,6 +158,7 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
         if (_sceneRoot != osg::NullFC) {
             _oldID = id;
             _newID = target;
+            walkScene(&zeAnimationManager::changeSceneAnimAttachmentFieldIDs);
         }
     }
     FieldMap::iterator entry = _fields.find(old);
@@ -410,7 +419,12 @@ zeAnimationCurve2D* zeAnimationManager::createCurve2D(zeAnimationField* field, s
 {
     zeAnimationCurve2D* curve = registerCreated(new zeAnimationCurve2D(name, id));
     curve->setAnimationField(field);
-    (void)attach; // Scene attachments: bound to the field's node by the scene binding.
+    if (attach && field) {
+        osg::NodePtr node = osg::NodePtr::dcast(
+            osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->nodeID)));
+        if (node != osg::NullFC)
+            zeAnimationUtils::addAnimationObject(node, curve);
+    }
     return curve;
 }
 
@@ -434,7 +448,8 @@ zeAnimationUnit* zeAnimationManager::createUnit(const std::vector<zeAnimationCur
         if (curve)
             unit->addObject(curve);
     }
-    (void)attach; // Scene attachments: bound to the block's node by the scene binding.
+    if (attach)
+        attachUnit(unit);
     return unit;
 }
 
@@ -531,8 +546,10 @@ zeAnimationUnit* zeAnimationManager::duplicateUnit(zeAnimationUnit* unit, bool a
 {
     if (!unit)
         return nullptr;
-    (void)attach; // Scene attachments: bound to the block's node by the scene binding.
-    return registerCreated(new zeAnimationUnit(*unit));
+    zeAnimationUnit* copy = registerCreated(new zeAnimationUnit(*unit));
+    if (attach)
+        attachUnit(copy);
+    return copy;
 }
 
 zeAnimationStreak* zeAnimationManager::duplicateStreak(zeAnimationStreak* streak)
@@ -561,10 +578,22 @@ zeAnimationField* zeAnimationManager::duplicateField(zeAnimationField* field)
 
 // ---- Destruction ------------------------------------------------------------------------------
 
-void zeAnimationManager::detachFromScene(zeAnimationObject*)
+void zeAnimationManager::attachUnit(zeAnimationUnit* unit)
 {
-    // Curves and blocks leave their scene node's animation attachment here once the scene
-    // binding is in place.
+    osg::NodePtr node = unit->getParentOSGNode();
+    if (node != osg::NullFC)
+        zeAnimationUtils::addAnimationObject(node, unit);
+}
+
+void zeAnimationManager::detachFromScene(zeAnimationObject* object)
+{
+    osg::NodePtr node;
+    if (object->getTypeID() == 2)
+        node = static_cast<zeAnimationCurve2D*>(object)->getParentOSGNode();
+    else if (object->getTypeID() == 3)
+        node = static_cast<zeAnimationUnit*>(object)->getParentOSGNode();
+    if (node != osg::NullFC)
+        zeAnimationUtils::subAnimationObject(node, object);
 }
 
 void zeAnimationManager::destroyObjectAs(zeAnimationObject* object, osg::UInt32 typeID)
@@ -700,8 +729,12 @@ void zeAnimationManager::destroyAllFields()
 
 void zeAnimationManager::destroyUnreferencedObjectsAndFields()
 {
-    // With a scene root, the identifiers the scene references are collected here by the scene
-    // binding before anything is judged unreferenced.
+    // Field identifiers collected by earlier walks still count as referenced: the field set is
+    // deliberately not emptied.
+    if (_sceneRoot != osg::NullFC) {
+        _actualObjectIDs.clear();
+        walkScene(&zeAnimationManager::collectActualObjectsAndFields);
+    }
     std::vector<zeAnimationObject*> objects;
     for (const ObjectMap::value_type& entry : _objects) {
         zeAnimationObject* object = entry.second;
@@ -777,9 +810,26 @@ bool zeAnimationManager::createConnection(zeAnimationObject* source, AnimationTr
     return true;
 }
 
-void zeAnimationManager::executeTriggers(std::vector<osg::UInt64>)
+void zeAnimationManager::executeTriggers(std::vector<osg::UInt64> keys)
 {
-    // Starting and stopping targets belongs to playback, which takes these keys over.
+    zeAnimationController* controller = zeAnimationController::the();
+    for (osg::UInt64 key : keys) {
+        const auto objectConnection = _objectConnections.find(key);
+        if (objectConnection != _objectConnections.end()) {
+            // Targets are resolved now; a destroyed target is simply not found.
+            zeAnimationObject* target = getObject(objectConnection->second.first);
+            if (!target)
+                continue;
+            if (objectConnection->second.second == ActionStop)
+                controller->removeRunning(target);
+            else if (objectConnection->second.second == ActionStart && target->isActive())
+                controller->scheduleStart(target);
+            continue;
+        }
+        const auto functionConnection = _functionConnections.find(key);
+        if (functionConnection != _functionConnections.end() && functionConnection->second)
+            functionConnection->second();
+    }
 }
 
 // ---- Host callbacks ---------------------------------------------------------------------------
@@ -864,4 +914,193 @@ void zeAnimationManager::printFieldInfo(zeAnimationField* field)
     std::cout << "\tvaluePos " << field->valuePos << std::endl;
     std::cout << "\tdirty " << (field->dirty ? 1 : 0) << std::endl;
     std::cout << std::endl;
+}
+
+// ---- Scene synchronisation --------------------------------------------------------------------
+
+namespace {
+
+// Field containers of a node whose fields are animated, with the container that holds each:
+// the core, and for a material group its material.
+std::vector<osg::FieldContainerPtr> animatedContainers(const osg::NodePtr& node)
+{
+    std::vector<osg::FieldContainerPtr> containers;
+    osg::NodeCorePtr core = node->getCore();
+    if (core == osg::NullFC)
+        return containers;
+    containers.push_back(core);
+    if (osg::MaterialGroupPtr group = osg::MaterialGroupPtr::dcast(core)) {
+        if (group->getMaterial() != osg::NullFC)
+            containers.push_back(group->getMaterial());
+    }
+    return containers;
+}
+
+} // namespace
+
+std::vector<zeAnimationField*> zeAnimationManager::createAnimationFields(const osg::NodePtr& node)
+{
+    std::vector<zeAnimationField*> fields = zeAnimationUtils::getAnimationFields(node);
+    if (node == osg::NullFC || !fields.empty())
+        return fields;
+    const osg::UInt32 nodeId = osg::getContainerId(node);
+    const auto add = [&](osg::UInt32 containerId, const std::string& name, const std::string& attribute,
+                         osg::UInt32 valuePos) {
+        zeAnimationField* field = createField(0);
+        field->fcID = containerId;
+        field->nodeID = nodeId;
+        field->name = name;
+        field->attribute = attribute;
+        field->valuePos = valuePos;
+        field->value = zeAnimationUtils::getOSGFieldValue(field);
+        fields.push_back(field);
+        if (std::find(_animationAttributes.begin(), _animationAttributes.end(), attribute) ==
+            _animationAttributes.end())
+            _animationAttributes.push_back(attribute);
+    };
+
+    for (const osg::FieldContainerPtr& container : animatedContainers(node)) {
+        const osg::FieldContainerType& type = container->getType();
+        for (osg::UInt32 i = 1; i <= type.getNumFieldDescs(); ++i) {
+            const osg::FieldDescription* description = type.getFieldDescription(i);
+            if (!description)
+                continue;
+            for (const zeAnimationUtils::FieldAttribute& attribute :
+                 zeAnimationUtils::computeAnimationFieldAttributes(osg::getContainerId(container),
+                                                                   description->getCName()))
+                add(osg::getContainerId(container), attribute.name, attribute.attribute, attribute.valuePos);
+        }
+    }
+    osg::NodeCorePtr core = node->getCore();
+    // A transform's rotation lives in the node's transform attachment, in degrees.
+    if (core != osg::NullFC && core->getType().isDerivedFrom(osg::Transform3D::getClassType())) {
+        add(nodeId, "rotationX", "rotationX", 0);
+        add(nodeId, "rotationY", "rotationY", 1);
+        add(nodeId, "rotationZ", "rotationZ", 2);
+    }
+    // A camera that is the viewpoint is animated through the host's view as a whole.
+    if (osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(core)) {
+        const osg::UInt32 cameraId = osg::getContainerId(camera);
+        for (const char* part : {"from", "at", "up"}) {
+            for (osg::UInt32 i = 0; i < 3; ++i)
+                add(cameraId, "viewpoint", part, i);
+        }
+        add(cameraId, "viewpoint", "roll", 0);
+    }
+    add(nodeId, "visible", "visible", 0);
+
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::createAnimationAttachment(node, true);
+    osg::beginEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
+    for (zeAnimationField* field : fields)
+        attachment->getFieldIds().push_back(field->getId());
+    osg::endEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
+    return fields;
+}
+
+zeAnimationField* zeAnimationManager::getField(const osg::NodePtr& node, std::string attribute)
+{
+    if (node == osg::NullFC)
+        return nullptr;
+    attribute = zeAnimationUtils::canonicalAttribute(attribute);
+    std::vector<zeAnimationField*> fields = zeAnimationUtils::getAnimationFields(node);
+    if (fields.empty())
+        fields = createAnimationFields(node);
+    for (zeAnimationField* field : fields) {
+        if (field->attribute == attribute)
+            return field;
+    }
+    return nullptr;
+}
+
+zeAnimationCurve2D* zeAnimationManager::createCurve2D(const osg::NodePtr& node, const std::string& attribute)
+{
+    zeAnimationField* field = getField(node, attribute);
+    return field ? createCurve2D(field, attribute, 0, false) : nullptr;
+}
+
+zeAnimationField* zeAnimationManager::createField(const osg::AnimationCurvePtr& curve, osg::UInt64 id)
+{
+    if (curve == osg::NullFC)
+        return nullptr;
+    zeAnimationField* field = createField(id);
+    osg::NodePtr node = curve->getAFAppNode();
+    field->nodeID = node != osg::NullFC ? osg::getContainerId(node) : 0;
+    field->attribute = curve->getAFFieldName();
+    field->name = curve->getAFGlobalFieldName();
+    field->value = curve->getAFValue();
+    field->valuePos = curve->getAFValuePosition();
+    field->dirty = curve->getAFDirty();
+    zeAnimationUtils::computeCoreTypeID(field);
+    return field;
+}
+
+void zeAnimationManager::destroyNodeObjects(const osg::NodePtr& node, bool recursive)
+{
+    if (node == osg::NullFC)
+        return;
+    if (recursive) {
+        for (osg::UInt32 i = 0; i < node->getNChildren(); ++i)
+            destroyNodeObjects(node->getChild(i), true);
+    }
+    for (zeAnimationObject* object : zeAnimationUtils::getAnimationObjects(node)) {
+        // An earlier object's subtree may have taken this one with it.
+        if (getObject(object->id) == object)
+            destroyObject(object);
+    }
+    for (zeAnimationField* field : zeAnimationUtils::getAnimationFields(node))
+        destroyField(field);
+    zeAnimationUtils::removeAnimationAttachment(node);
+}
+
+namespace {
+
+void replaceIds(osg::MFUInt64& ids, osg::UInt64 oldId, osg::UInt64 newId)
+{
+    for (osg::UInt64& id : ids) {
+        if (id == oldId)
+            id = newId;
+    }
+}
+
+} // namespace
+
+osg::Action::ResultE zeAnimationManager::changeSceneAnimAttachmentIDs(osg::NodePtr& node)
+{
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
+    if (attachment != osg::NullFC) {
+        zeAnimationManager* m = the();
+        osg::beginEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
+        replaceIds(attachment->getObjectIds(), m->_oldID, m->_newID);
+        osg::endEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
+    }
+    return osg::Action::Continue;
+}
+
+osg::Action::ResultE zeAnimationManager::changeSceneAnimAttachmentFieldIDs(osg::NodePtr& node)
+{
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
+    if (attachment != osg::NullFC) {
+        zeAnimationManager* m = the();
+        osg::beginEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
+        replaceIds(attachment->getFieldIds(), m->_oldID, m->_newID);
+        osg::endEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
+    }
+    return osg::Action::Continue;
+}
+
+osg::Action::ResultE zeAnimationManager::collectActualObjectsAndFields(osg::NodePtr& node)
+{
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
+    if (attachment != osg::NullFC) {
+        zeAnimationManager* m = the();
+        m->_actualObjectIDs.insert(attachment->getObjectIds().begin(), attachment->getObjectIds().end());
+        m->_actualFieldIDs.insert(attachment->getFieldIds().begin(), attachment->getFieldIds().end());
+    }
+    return osg::Action::Continue;
+}
+
+void zeAnimationManager::walkScene(osg::Action::ResultE (*step)(osg::NodePtr&))
+{
+    if (_sceneRoot != osg::NullFC)
+        osg::traverse(_sceneRoot, osg::osgTypedFunctionFunctor1CPtrRef<osg::Action::ResultE, osg::NodePtr>(step));
 }

@@ -3,9 +3,11 @@
 
 #include <zeAnimation/zeAnimationConfig.h>
 
+#include <OpenSG/OSGAction.h>
 #include <OpenSG/OSGBaseTypes.h>
 #include <OpenSG/OSGNode.h>
 #include <OpenSG/OSGVector.h>
+#include <zeOpenSGExt/OSGAnimationCurve.h>
 
 #include <QObject>
 
@@ -85,6 +87,9 @@ public:
     zeAnimationStrip* getStrip(osg::UInt64 id) const;
     zeAnimationSequence* getSequence(osg::UInt64 id) const;
     zeAnimationField* getField(osg::UInt64 id) const;
+    // The node's field for an attribute ("translateX" and "rotateX" style names are accepted);
+    // the node's animation fields are created first when it has none.
+    zeAnimationField* getField(const osg::NodePtr& node, std::string attribute);
     ObjectMap getObjects() const { return _objects; }
     FieldMap getFields() const { return _fields; }
     std::size_t getObjectCount() const { return _objects.size(); }
@@ -101,11 +106,15 @@ public:
     // ---- Factory --------------------------------------------------------------------------
     zeAnimationObject* createObject(osg::UInt64 id = 0);
     zeAnimationField* createField(osg::UInt64 id = 0);
+    // A field taken over from an animation curve of an older scene.
+    zeAnimationField* createField(const osg::AnimationCurvePtr& curve, osg::UInt64 id = 0);
     zeControlPoint2D* createPoint2D(osg::UInt64 id = 0);
     zeControlPoint2D* createPoint2D(float x, float y, osg::UInt64 id = 0);
     zeAnimationCurve2D* createCurve2D(osg::UInt64 id = 0);
     zeAnimationCurve2D* createCurve2D(zeAnimationField* field, std::string name, osg::UInt64 id = 0,
                                       bool attach = false);
+    // A curve on the node's field of that attribute; null when the node has no such field.
+    zeAnimationCurve2D* createCurve2D(const osg::NodePtr& node, const std::string& attribute);
     zeAnimationUnit* createUnit(osg::UInt64 id = 0);
     zeAnimationUnit* createUnit(const std::string& name, osg::UInt64 id = 0);
     zeAnimationUnit* createUnit(const std::vector<zeAnimationCurve2D*>& curves, std::string name,
@@ -144,6 +153,20 @@ public:
     void destroyAllObjects(bool includeHidden);
     void destroyAllFields();
     void destroyUnreferencedObjectsAndFields();
+    // Destroys the animation objects and fields bound to the node and removes its animation
+    // attachment; with `recursive`, the same for every node below it.
+    void destroyNodeObjects(const osg::NodePtr& node, bool recursive);
+
+    // ---- Scene synchronisation ------------------------------------------------------------
+    // Makes the node's animation fields, one per animatable float: the components of its core's
+    // fields (of the material's for a material group), a transform's rotation, a camera's view,
+    // and "visible"; records them in the node's animation attachment. A node that already has
+    // fields keeps them. Returns the node's fields.
+    std::vector<zeAnimationField*> createAnimationFields(const osg::NodePtr& node);
+    const std::vector<std::string>& getAnimationAttributes() const { return _animationAttributes; }
+    static osg::Action::ResultE changeSceneAnimAttachmentIDs(osg::NodePtr& node);
+    static osg::Action::ResultE changeSceneAnimAttachmentFieldIDs(osg::NodePtr& node);
+    static osg::Action::ResultE collectActualObjectsAndFields(osg::NodePtr& node);
 
     // ---- Moving ---------------------------------------------------------------------------
     bool moveObjectToStreak(zeAnimationObject* obj, zeAnimationStreak* track);
@@ -197,6 +220,8 @@ private:
     void destroyObjectAs(zeAnimationObject* object, osg::UInt32 typeID);
     void detachFromScene(zeAnimationObject* object);
     zeAnimationObject* registeredParent(const zeAnimationObject* object) const;
+    void walkScene(osg::Action::ResultE (*step)(osg::NodePtr&));
+    void attachUnit(zeAnimationUnit* unit);
 
     osg::UInt64 _oldID;
     osg::UInt64 _newID;

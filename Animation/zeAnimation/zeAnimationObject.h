@@ -142,6 +142,20 @@ public:
     bool subTrigger(osg::UInt64 key);
     const TriggerMap& getTriggers() const { return triggers; }
 
+    // Guards the operations that recurse down child lists: a damaged hierarchy (a child listed
+    // below its own descendant through a stale entry) ends the recursion instead of the stack.
+    class DepthGuard
+    {
+    public:
+        DepthGuard() : allowed(++_depth <= MaxDepth) {}
+        ~DepthGuard() { --_depth; }
+        bool ok() const { return allowed; }
+
+    private:
+        bool allowed;
+    };
+    static constexpr int MaxDepth = 256;
+
     static zeAnimationObject* resolve(osg::UInt64 objectId) { return zeAnimationManager::the()->getObject(objectId); }
 
 protected:
@@ -185,19 +199,6 @@ protected:
     bool unlinkChild(zeAnimationObject* child);
     void notifyParent();
 
-    // Guards the operations that recurse down child lists: a damaged hierarchy (a child listed
-    // below its own descendant through a stale entry) ends the recursion instead of the stack.
-    class DepthGuard
-    {
-    public:
-        DepthGuard() : allowed(++_depth <= MaxDepth) {}
-        ~DepthGuard() { --_depth; }
-        bool ok() const { return allowed; }
-
-    private:
-        bool allowed;
-    };
-    static constexpr int MaxDepth = 256;
 
     // Members in declared order.
     osg::UInt64 id;

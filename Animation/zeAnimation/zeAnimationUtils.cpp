@@ -1,6 +1,29 @@
 #include <zeAnimation/zeAnimationUtils.h>
 
+#include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationObject.h>
+#include <zeAnimation/zeAnimationUnit.h>
+
+#include <OpenSG/OSGDirectionalLight.h>
+#include <OpenSG/OSGFieldContainerFactory.h>
+#include <OpenSG/OSGGeometry.h>
+#include <OpenSG/OSGMaterialGroup.h>
+#include <OpenSG/OSGPointLight.h>
+#include <OpenSG/OSGSFBaseTypes.h>
+#include <OpenSG/OSGSFSysTypes.h>
+#include <OpenSG/OSGSFVecTypes.h>
+#include <OpenSG/OSGSpotLight.h>
+#include <OpenSG/OSGSwitch.h>
+#include <OpenSG/OSGTransform.h>
+#include <zeOpenSGExt/OSGCameraSetting.h>
+#include <zeOpenSGExt/OSGTransform3D.h>
+#include <zeOpenSGExt/OSGTransformAttachment.h>
+#include <zeOpenSGUtils/zeNodeUtils.h>
+#include <zeUtils/zeString.h>
+
+#include <algorithm>
 
 #include <cmath>
 #include <limits>
@@ -95,4 +118,685 @@ osg::UInt32 zeAnimationUtils::floatToInt(float value)
 bool zeAnimationUtils::floatToBool(float value)
 {
     return roundToInt32(value) > 0;
+}
+
+// ---- Field value access -----------------------------------------------------------------------
+
+namespace {
+
+enum ContentKind
+{
+    KindOther,
+    KindColor4f,
+    KindColor3f,
+    KindVec4f,
+    KindVec3f,
+    KindVec2f,
+    KindPnt4f,
+    KindPnt3f,
+    KindPnt2f,
+    KindReal64,
+    KindReal32
+};
+
+// The content type ids of the ten directly handled field types, looked up once.
+struct ContentTypeIds
+{
+    osg::UInt32 ids[11];
+    ContentTypeIds()
+    {
+        ids[KindOther] = 0;
+        ids[KindColor4f] = osg::SFColor4f::getClassType().getContentType().getId();
+        ids[KindColor3f] = osg::SFColor3f::getClassType().getContentType().getId();
+        ids[KindVec4f] = osg::SFVec4f::getClassType().getContentType().getId();
+        ids[KindVec3f] = osg::SFVec3f::getClassType().getContentType().getId();
+        ids[KindVec2f] = osg::SFVec2f::getClassType().getContentType().getId();
+        ids[KindPnt4f] = osg::SFPnt4f::getClassType().getContentType().getId();
+        ids[KindPnt3f] = osg::SFPnt3f::getClassType().getContentType().getId();
+        ids[KindPnt2f] = osg::SFPnt2f::getClassType().getContentType().getId();
+        ids[KindReal64] = osg::SFReal64::getClassType().getContentType().getId();
+        ids[KindReal32] = osg::SFReal32::getClassType().getContentType().getId();
+    }
+};
+
+ContentKind contentKind(const osg::Field* field)
+{
+    static const ContentTypeIds table;
+    const osg::UInt32 id = field->getContentType().getId();
+    for (int kind = KindColor4f; kind <= KindReal32; ++kind) {
+        if (table.ids[kind] == id)
+            return static_cast<ContentKind>(kind);
+    }
+    return KindOther;
+}
+
+osg::UInt32 componentCount(ContentKind kind)
+{
+    switch (kind) {
+    case KindColor4f:
+    case KindVec4f:
+    case KindPnt4f:
+        return 4;
+    case KindColor3f:
+    case KindVec3f:
+    case KindPnt3f:
+        return 3;
+    case KindVec2f:
+    case KindPnt2f:
+        return 2;
+    default:
+        return 1;
+    }
+}
+
+// A pointer to the float component of a directly handled field, or null.
+float* floatComponent(osg::Field* field, ContentKind kind, osg::UInt32 index)
+{
+    switch (kind) {
+    case KindColor4f:
+        return &static_cast<osg::SFColor4f*>(field)->getValue()[index];
+    case KindColor3f:
+        return &static_cast<osg::SFColor3f*>(field)->getValue()[index];
+    case KindVec4f:
+        return &static_cast<osg::SFVec4f*>(field)->getValue()[index];
+    case KindVec3f:
+        return &static_cast<osg::SFVec3f*>(field)->getValue()[index];
+    case KindVec2f:
+        return &static_cast<osg::SFVec2f*>(field)->getValue()[index];
+    case KindPnt4f:
+        return &static_cast<osg::SFPnt4f*>(field)->getValue()[index];
+    case KindPnt3f:
+        return &static_cast<osg::SFPnt3f*>(field)->getValue()[index];
+    case KindPnt2f:
+        return &static_cast<osg::SFPnt2f*>(field)->getValue()[index];
+    case KindReal32:
+        return &static_cast<osg::SFReal32*>(field)->getValue();
+    default:
+        return nullptr;
+    }
+}
+
+// Angles are stored in radians and animated in degrees for these fields.
+bool isAngleField(const std::string& name)
+{
+    return name == "fieldOfView" || name.find("rotate") != std::string::npos;
+}
+
+float toAnimation(const std::string& name, double stored)
+{
+    return isAngleField(name) ? static_cast<float>(stored / 6.283185307179586 * 360.0) : static_cast<float>(stored);
+}
+
+float toScene(const std::string& name, float value)
+{
+    return isAngleField(name) ? value * 2.0f * 3.1415927f / 360.0f : value;
+}
+
+bool sameValue(float a, float b)
+{
+    // NaN on either side counts as different, so a NaN is always written through.
+    return a == b;
+}
+
+osg::BitVector fieldMask(const osg::FieldContainerPtr& container, const std::string& name)
+{
+    const osg::FieldDescription* description = container->getType().findFieldDescription(name.c_str());
+    return description ? description->getFieldMask() : osg::FieldBits::AllFields;
+}
+
+osg::NodePtr nodeOf(osg::UInt64 containerWord)
+{
+    return osg::NodePtr::dcast(
+        osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(containerWord)));
+}
+
+bool rotationIndex(const std::string& attribute, osg::UInt32& index)
+{
+    if (attribute == "rotationX")
+        index = 0;
+    else if (attribute == "rotationY")
+        index = 1;
+    else if (attribute == "rotationZ")
+        index = 2;
+    else
+        return false;
+    return true;
+}
+
+} // namespace
+
+float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
+{
+    if (!field)
+        return 0.0f;
+    osg::FieldContainerPtr container =
+        osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
+    if (container == osg::NullFC)
+        return 0.0f;
+    if (osg::Field* sceneField = container->getField(field->name.c_str())) {
+        const ContentKind kind = contentKind(sceneField);
+        if (kind == KindReal64)
+            return toAnimation(field->name, static_cast<osg::SFReal64*>(sceneField)->getValue());
+        if (kind != KindOther) {
+            if (field->valuePos >= componentCount(kind))
+                return 0.0f;
+            return toAnimation(field->name, *floatComponent(sceneField, kind, field->valuePos));
+        }
+        std::string text;
+        sceneField->getValueByStr(text);
+        const std::vector<float> values = stringValues(text);
+        if (field->valuePos >= values.size())
+            return 0.0f;
+        return toAnimation(field->name, values[field->valuePos]);
+    }
+    if (osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container)) {
+        const std::string& a = field->attribute;
+        if (a == "fStop")
+            return camera->getFStop();
+        if (a == "height")
+            return camera->getHeight();
+        if (a == "distance")
+            return camera->getDistance();
+        if (a == "focalLength")
+            return camera->getFocalLength();
+        if (a == "turnTableAngle")
+            return camera->getTurnTableAngle();
+        return 0.0f;
+    }
+    osg::NodePtr node = nodeOf(field->nodeID);
+    if (node == osg::NullFC)
+        return 0.0f;
+    osg::UInt32 index = 0;
+    if (rotationIndex(field->attribute, index)) {
+        osg::TransformAttachmentPtr transform = zeNodeUtils::getTransformAttachment(node);
+        return transform != osg::NullFC ? transform->getRotationAngles()[index] : 0.0f;
+    }
+    if (field->attribute == "visible")
+        return node->getActive() ? 1.0f : 0.0f;
+    return 0.0f;
+}
+
+std::vector<float> zeAnimationUtils::stringValues(const std::string& text)
+{
+    // Booleans print as TRUE/FALSE; everything else as numbers.
+    if (text == "TRUE")
+        return std::vector<float>(1, 1.0f);
+    if (text == "FALSE")
+        return std::vector<float>(1, 0.0f);
+    return zeString::getValuesFromString(text);
+}
+
+bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
+{
+    if (!field)
+        return false;
+    osg::FieldContainerPtr container =
+        osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
+    if (container == osg::NullFC)
+        return false;
+    const std::string& attribute = field->attribute;
+    osg::Field* sceneField = container->getField(field->name.c_str());
+    osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
+
+    if (camera != osg::NullFC && !sceneField && camera->getIsViewpoint() &&
+        (attribute == "at" || attribute == "up" || attribute == "from" || attribute == "roll")) {
+        // A viewpoint is applied as a whole view through the host's camera, not field by field.
+        zeAnimationManager* manager = zeAnimationManager::the();
+        if (attribute == "roll") {
+            float roll = 0.0f;
+            manager->getRoll(roll);
+            if (sameValue(roll, field->value))
+                return true;
+            manager->setRoll(field->value);
+            return true;
+        }
+        osg::Pnt3f from;
+        osg::Pnt3f at;
+        osg::Vec3f up;
+        manager->getFromAtUp(from, at, up);
+        if (field->valuePos > 2)
+            return false;
+        float* target = attribute == "at" ? &at[field->valuePos]
+                        : attribute == "up" ? &up[field->valuePos]
+                                            : &from[field->valuePos];
+        if (sameValue(*target, field->value))
+            return true;
+        *target = field->value;
+        manager->setFromAtUp(from, at, up);
+        return true;
+    }
+
+    if (camera != osg::NullFC && !sceneField) {
+        typedef void (osg::CameraSetting::*Setter)(const osg::Real32&);
+        Setter setter = nullptr;
+        if (attribute == "fStop")
+            setter = &osg::CameraSetting::setFStop;
+        else if (attribute == "height")
+            setter = &osg::CameraSetting::setHeight;
+        else if (attribute == "distance")
+            setter = &osg::CameraSetting::setDistance;
+        else if (attribute == "focalLength")
+            setter = &osg::CameraSetting::setFocalLength;
+        else if (attribute == "turnTableAngle")
+            setter = &osg::CameraSetting::setTurnTableAngle;
+        if (!setter)
+            return false;
+        osg::beginEditCP(camera, osg::FieldBits::AllFields, 1);
+        (camera.getCPtr()->*setter)(field->value);
+        osg::endEditCP(camera, osg::FieldBits::AllFields, 1);
+        return true;
+    }
+
+    if (!sceneField) {
+        osg::NodePtr node = nodeOf(field->nodeID);
+        if (node == osg::NullFC)
+            return false;
+        osg::UInt32 index = 0;
+        if (rotationIndex(attribute, index)) {
+            osg::Vec3f angles(0.0f, 0.0f, 0.0f);
+            osg::TransformAttachmentPtr transform = zeNodeUtils::getTransformAttachment(node);
+            if (transform != osg::NullFC)
+                angles = transform->getRotationAngles();
+            if (sameValue(angles[index], field->value))
+                return true;
+            angles[index] = field->value;
+            zeNodeUtils::setTransformNodeRotation(node, angles[0], angles[1], angles[2], 0);
+            return true;
+        }
+        if (attribute == "visible") {
+            const bool visible = floatToBool(field->value);
+            if (node->getActive() == visible)
+                return true;
+            osg::beginEditCP(node, osg::Node::TravMaskFieldMask, 1);
+            node->setActive(visible);
+            osg::endEditCP(node, osg::Node::TravMaskFieldMask, 1);
+            return true;
+        }
+        return false;
+    }
+
+    const ContentKind kind = contentKind(sceneField);
+    const float sceneValue = toScene(field->name, field->value);
+    if (kind == KindReal64) {
+        osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
+        const double wanted = static_cast<double>(sceneValue);
+        if (real->getValue() == wanted)
+            return true;
+        const osg::BitVector mask = fieldMask(container, field->name);
+        osg::beginEditCP(container, mask, 1);
+        real->setValue(wanted);
+        osg::endEditCP(container, mask, 1);
+        return true;
+    }
+    if (kind != KindOther) {
+        if (field->valuePos >= componentCount(kind))
+            return false;
+        float* component = floatComponent(sceneField, kind, field->valuePos);
+        if (sameValue(*component, sceneValue))
+            return true;
+        const osg::BitVector mask = fieldMask(container, field->name);
+        osg::beginEditCP(container, mask, 1);
+        *component = sceneValue;
+        osg::endEditCP(container, mask, 1);
+        return true;
+    }
+    std::string text;
+    sceneField->getValueByStr(text);
+    const bool isBool = text == "TRUE" || text == "FALSE";
+    std::vector<float> values = stringValues(text);
+    if (field->valuePos >= values.size())
+        return false;
+    if (sameValue(values[field->valuePos], sceneValue))
+        return true;
+    values[field->valuePos] = sceneValue;
+    const std::string written =
+        isBool ? std::string(floatToBool(sceneValue) ? "TRUE" : "FALSE") : zeString::createStringFromValues(values);
+    const osg::BitVector mask = fieldMask(container, field->name);
+    osg::beginEditCP(container, mask, 1);
+    sceneField->pushValueByStr(written.c_str());
+    osg::endEditCP(container, mask, 1);
+    return true;
+}
+
+// ---- Field container resolution ---------------------------------------------------------------
+
+void zeAnimationUtils::computeCoreTypeID(zeAnimationField* field)
+{
+    if (!field)
+        return;
+    osg::NodePtr node = nodeOf(field->nodeID);
+    if (node == osg::NullFC)
+        return;
+    osg::NodeCorePtr core = node->getCore();
+    if (core == osg::NullFC)
+        return;
+    const std::string& attribute = field->attribute;
+    if (attribute == "visible") {
+        field->fcID = osg::getContainerId(node);
+        return;
+    }
+    if (core->getType().isDerivedFrom(osg::Transform3D::getClassType())) {
+        osg::UInt32 index = 0;
+        field->fcID = rotationIndex(attribute, index) ? osg::getContainerId(node) : osg::getContainerId(core);
+        return;
+    }
+    const osg::UInt16 group = core->getType().getGroupId();
+    const osg::FieldContainerType* groups[] = {
+        &osg::Transform::getClassType(),        &osg::MaterialGroup::getClassType(),
+        &osg::SpotLight::getClassType(),        &osg::PointLight::getClassType(),
+        &osg::DirectionalLight::getClassType(), &osg::CameraSetting::getClassType(),
+        &osg::Switch::getClassType()};
+    for (const osg::FieldContainerType* type : groups) {
+        if (group != type->getGroupId())
+            continue;
+        if (!core->getType().isDerivedFrom(*type)) {
+            field->fcID = 0;
+            return;
+        }
+        if (type == &osg::MaterialGroup::getClassType()) {
+            osg::MaterialGroupPtr materialGroup = osg::MaterialGroupPtr::dcast(core);
+            osg::MaterialPtr material = materialGroup->getMaterial();
+            field->fcID = material != osg::NullFC ? osg::getContainerId(material) : 0;
+        } else {
+            field->fcID = osg::getContainerId(core);
+        }
+        return;
+    }
+}
+
+// ---- Animation attachments --------------------------------------------------------------------
+
+osg::AnimAttachmentPtr zeAnimationUtils::getAnimationAttachment(const osg::NodePtr& node)
+{
+    if (node == osg::NullFC)
+        return osg::AnimAttachmentPtr(osg::NullFC);
+    osg::AttachmentPtr attachment = node->findAttachment(osg::AnimAttachment::getClassType().getGroupId());
+    if (attachment == osg::NullFC || !attachment->getType().isDerivedFrom(osg::AnimAttachment::getClassType()))
+        return osg::AnimAttachmentPtr(osg::NullFC);
+    return osg::AnimAttachmentPtr::dcast(attachment);
+}
+
+osg::AnimationAttachmentPtr zeAnimationUtils::getOldAnimationAttachment(const osg::NodePtr& node)
+{
+    if (node == osg::NullFC)
+        return osg::AnimationAttachmentPtr(osg::NullFC);
+    osg::AttachmentPtr attachment = node->findAttachment(osg::AnimationAttachment::getClassType().getGroupId());
+    if (attachment == osg::NullFC ||
+        !attachment->getType().isDerivedFrom(osg::AnimationAttachment::getClassType()))
+        return osg::AnimationAttachmentPtr(osg::NullFC);
+    return osg::AnimationAttachmentPtr::dcast(attachment);
+}
+
+osg::AnimAttachmentPtr zeAnimationUtils::createAnimationAttachment(const osg::NodePtr& node, bool)
+{
+    if (node == osg::NullFC)
+        return osg::AnimAttachmentPtr(osg::NullFC);
+    osg::AnimAttachmentPtr attachment = getAnimationAttachment(node);
+    if (attachment != osg::NullFC)
+        return attachment;
+    attachment = osg::AnimAttachmentBase::create();
+    osg::beginEditCP(node, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    node->addAttachment(attachment);
+    osg::endEditCP(node, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    return attachment;
+}
+
+bool zeAnimationUtils::removeAnimationAttachment(const osg::NodePtr& node)
+{
+    osg::AnimAttachmentPtr attachment = getAnimationAttachment(node);
+    if (attachment == osg::NullFC)
+        return false;
+    osg::beginEditCP(node, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    node->subAttachment(attachment);
+    osg::endEditCP(node, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    return true;
+}
+
+namespace {
+
+bool eraseId(osg::MFUInt64& ids, osg::UInt64 id)
+{
+    bool erased = false;
+    for (osg::MFUInt64::iterator it = ids.begin(); it != ids.end();) {
+        if (*it == id) {
+            it = ids.erase(it);
+            erased = true;
+        } else {
+            ++it;
+        }
+    }
+    return erased;
+}
+
+} // namespace
+
+bool zeAnimationUtils::addAnimationObject(const osg::NodePtr& node, zeAnimationObject* object)
+{
+    if (!object || node == osg::NullFC)
+        return false;
+    osg::AnimAttachmentPtr attachment = createAnimationAttachment(node, true);
+    osg::MFUInt64& ids = attachment->getObjectIds();
+    osg::beginEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
+    // A block and its own curves are never listed together.
+    if (object->getTypeID() == 3) {
+        for (osg::UInt64 curveId : object->getChildIds())
+            eraseId(ids, curveId);
+    }
+    if (std::find(ids.begin(), ids.end(), object->getId()) == ids.end())
+        ids.push_back(object->getId());
+    osg::endEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
+    return true;
+}
+
+bool zeAnimationUtils::subAnimationObject(const osg::NodePtr& node, zeAnimationObject* object)
+{
+    if (!object || node == osg::NullFC)
+        return false;
+    osg::AnimAttachmentPtr attachment = getAnimationAttachment(node);
+    if (attachment == osg::NullFC)
+        return false;
+    osg::MFUInt64& ids = attachment->getObjectIds();
+    if (std::find(ids.begin(), ids.end(), object->getId()) == ids.end())
+        return false;
+    osg::beginEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
+    eraseId(ids, object->getId());
+    osg::endEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
+    return true;
+}
+
+std::vector<zeAnimationObject*> zeAnimationUtils::getAnimationObjects(const osg::NodePtr& node)
+{
+    std::vector<zeAnimationObject*> objects;
+    osg::AnimAttachmentPtr attachment = getAnimationAttachment(node);
+    if (attachment == osg::NullFC)
+        return objects;
+    zeAnimationManager* manager = zeAnimationManager::the();
+    for (osg::UInt64 id : attachment->getObjectIds()) {
+        if (zeAnimationObject* object = manager->getObject(id))
+            objects.push_back(object);
+    }
+    return objects;
+}
+
+std::vector<zeAnimationField*> zeAnimationUtils::getAnimationFields(const osg::NodePtr& node)
+{
+    std::vector<zeAnimationField*> fields;
+    osg::AnimAttachmentPtr attachment = getAnimationAttachment(node);
+    if (attachment == osg::NullFC)
+        return fields;
+    zeAnimationManager* manager = zeAnimationManager::the();
+    for (osg::UInt64 id : attachment->getFieldIds()) {
+        if (zeAnimationField* field = manager->getField(id))
+            fields.push_back(field);
+    }
+    return fields;
+}
+
+osg::NodePtr zeAnimationUtils::getAnimationNode(const osg::NodePtr& node)
+{
+    if (node == osg::NullFC || node->getCore() == osg::NullFC)
+        return node;
+    if (!node->getCore()->getType().isDerivedFrom(osg::Geometry::getClassType()))
+        return node;
+    // Animating a geometry animates the transform above it.
+    osg::NodePtr parent = node->getParent();
+    if (parent != osg::NullFC && parent->getCore() != osg::NullFC &&
+        parent->getCore()->getType().isDerivedFrom(osg::Transform::getClassType()))
+        return parent;
+    return node;
+}
+
+bool zeAnimationUtils::checkPasteTo(const osg::NodePtr& node, zeAnimationObject* object)
+{
+    if (node == osg::NullFC || node->getCore() == osg::NullFC || !object)
+        return false;
+    const osg::UInt16 coreGroup = node->getCore()->getType().getGroupId();
+    zeAnimationManager* manager = zeAnimationManager::the();
+    for (zeAnimationCurve2D* curve : object->getCurves()) {
+        const zeAnimationField* field = manager->getField(curve->getAnimationFieldId());
+        if (!field)
+            return false;
+        osg::FieldContainerPtr container =
+            osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
+        if (container == osg::NullFC)
+            return false;
+        if (container->getType().getGroupId() != coreGroup &&
+            !container->getType().isDerivedFrom(osg::Node::getClassType()))
+            return false;
+    }
+    return true;
+}
+
+bool zeAnimationUtils::checkPasteTo(const osg::NodePtr& node, const std::vector<zeAnimationObject*>& objects)
+{
+    for (zeAnimationObject* object : objects) {
+        if (!checkPasteTo(node, object))
+            return false;
+    }
+    return true;
+}
+
+bool zeAnimationUtils::changeObjectReferenceFields(zeAnimationObject* object, const osg::NodePtr& node)
+{
+    if (!object || node == osg::NullFC || node->getCore() == osg::NullFC)
+        return false;
+    const std::vector<zeAnimationField*> nodeFields = getAnimationFields(node);
+    zeAnimationManager* manager = zeAnimationManager::the();
+    for (zeAnimationCurve2D* curve : object->getCurves()) {
+        const zeAnimationField* current = manager->getField(curve->getAnimationFieldId());
+        if (!current)
+            continue;
+        zeAnimationField* match = nullptr;
+        // The field name is deliberately not compared; the last match wins.
+        for (zeAnimationField* candidate : nodeFields) {
+            if (candidate->attribute == current->attribute && candidate->valuePos == current->valuePos)
+                match = candidate;
+        }
+        if (match)
+            curve->setAnimationField(match);
+    }
+    if (object->getTypeID() == 3)
+        static_cast<zeAnimationUnit*>(object)->setParentOSGNode(node);
+    return true;
+}
+
+bool zeAnimationUtils::sortBeginBased(const zeAnimationObject* a, const zeAnimationObject* b)
+{
+    return a->getBegin() < b->getBegin();
+}
+
+bool zeAnimationUtils::sortEndBased(const zeAnimationObject* a, const zeAnimationObject* b)
+{
+    return a->getEnd() < b->getEnd();
+}
+// ---- Scene synchronisation --------------------------------------------------------------------
+
+namespace {
+
+// The attribute under which one component of a scene field is animated: the field name with a
+// component suffix (X/Y/Z/W for vectors and points, R/G/B/A for colours), the plain name for a
+// scalar. "rotateX" and "translateX" style names become "rotationX" and "translationX".
+std::string componentAttribute(const std::string& fieldName, const char* suffixes, osg::UInt32 index)
+{
+    std::string base = fieldName;
+    if (suffixes)
+        base += suffixes[index];
+    return zeAnimationUtils::canonicalAttribute(base);
+}
+
+} // namespace
+
+std::vector<zeAnimationUtils::FieldAttribute>
+zeAnimationUtils::computeAnimationFieldAttributes(osg::UInt32 containerId, const std::string& fieldName)
+{
+    std::vector<FieldAttribute> attributes;
+    osg::FieldContainerPtr container = osg::FieldContainerFactory::the()->getContainer(containerId);
+    if (container == osg::NullFC)
+        return attributes;
+    const osg::FieldDescription* description = container->getType().findFieldDescription(fieldName.c_str());
+    osg::Field* field = container->getField(fieldName.c_str());
+    if (!description || description->isInternal() || !field ||
+        field->getCardinality() != osg::FieldType::SINGLE_FIELD)
+        return attributes;
+    const osg::UInt32 contentId = field->getContentType().getId();
+    const char* suffixes = nullptr;
+    osg::UInt32 count = 0;
+    const ContentKind kind = contentKind(field);
+    switch (kind) {
+    case KindColor4f:
+        suffixes = "RGBA";
+        count = 4;
+        break;
+    case KindColor3f:
+        suffixes = "RGB";
+        count = 3;
+        break;
+    case KindVec4f:
+    case KindPnt4f:
+        suffixes = "XYZW";
+        count = 4;
+        break;
+    case KindVec3f:
+    case KindPnt3f:
+        suffixes = "XYZ";
+        count = 3;
+        break;
+    case KindVec2f:
+    case KindPnt2f:
+        suffixes = "XY";
+        count = 2;
+        break;
+    case KindReal32:
+    case KindReal64:
+        count = 1;
+        break;
+    default:
+        // Integral and boolean scalars are animated through their text form.
+        if (contentId == osg::SFInt32::getClassType().getContentType().getId() ||
+            contentId == osg::SFUInt32::getClassType().getContentType().getId() ||
+            contentId == osg::SFBool::getClassType().getContentType().getId())
+            count = 1;
+        break;
+    }
+    for (osg::UInt32 i = 0; i < count; ++i) {
+        FieldAttribute attribute;
+        attribute.coreTypeId = container->getType().getId();
+        attribute.attribute = componentAttribute(fieldName, suffixes, i);
+        attribute.name = fieldName;
+        attribute.valuePos = i;
+        attributes.push_back(attribute);
+    }
+    return attributes;
+}
+
+std::string zeAnimationUtils::canonicalAttribute(const std::string& attribute)
+{
+    static const char* const names[][2] = {{"translateX", "translationX"}, {"translateY", "translationY"},
+                                           {"translateZ", "translationZ"}, {"rotateX", "rotationX"},
+                                           {"rotateY", "rotationY"},       {"rotateZ", "rotationZ"}};
+    for (const auto& entry : names) {
+        if (attribute == entry[0])
+            return entry[1];
+    }
+    return attribute;
 }
