@@ -329,12 +329,13 @@ bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
 
 bool zeAnimationCurve2D::recomputeTangents(zeControlPoint2D* key)
 {
-    const bool fresh = keyCacheIsFresh();
+    // Validated first, so that the neighbour lookup inside finds it fresh.
+    validKeyCache();
     const osg::UInt64 before = zeControlPoint2D::getPositionEpoch();
     const bool written = key->computeTangents();
     // computeTangents writes the two handles and nothing else. Handles are never registered, so
     // they are in no key cache: when exactly those writes happened, the cache still holds.
-    if (fresh && zeControlPoint2D::getPositionEpoch() == before + (written ? 2u : 0u))
+    if (keyCache.built && zeControlPoint2D::getPositionEpoch() == before + (written ? 2u : 0u))
         keyCache.positionEpoch = zeControlPoint2D::getPositionEpoch();
     return written;
 }
