@@ -484,9 +484,11 @@ TEST_F(ObjectTest, SceneQueriesListParentlessVisibleObjects)
     EXPECT_EQ(manager->getActiveSceneUnits(), std::vector<zeAnimationUnit*>{free});
     EXPECT_EQ(manager->getSceneStrips(), std::vector<zeAnimationStrip*>{clip});
 
-    // A parent that no longer resolves counts as none.
+    // A parent that no longer resolves counts as none. Destroying the track destroys the unit on
+    // it, so its identifier is taken first.
+    const osg::UInt64 placedId = placed->getId();
     manager->destroyObject(track);
-    EXPECT_EQ(manager->getObject(placed->getId()), nullptr);
+    EXPECT_EQ(manager->getObject(placedId), nullptr);
 }
 
 TEST_F(ObjectTest, ReferencedFieldsAndCurvesFollowTheCurvesBindings)
