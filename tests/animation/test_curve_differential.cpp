@@ -207,7 +207,7 @@ protected:
 
 TEST_F(CurveDifferentialTest, EvaluationMatchesTheStraightforwardAlgorithmBitForBit)
 {
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 160; ++round) {
         zeAnimationCurve2D* curve = manager->createCurve2D();
         const bool whole = chance(60);
         const int count = uniform(2, 50);
