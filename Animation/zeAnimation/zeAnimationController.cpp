@@ -831,21 +831,23 @@ bool zeAnimationController::computeCurveValue(zeAnimationCurve2D* curve, float f
 {
     if (!curve)
         return false;
-    const zeAnimationCurve2D::PointMap points = curve->getPoints();
-    if (points.size() < 2)
+    // The curve's key cache answers the map's upper bound without building the map, and
+    // remembers the last segment, so playback frame after frame needs no search at all.
+    const zeControlPoint2D* k0 = nullptr;
+    const zeControlPoint2D* k1 = nullptr;
+    switch (curve->locateSegment(frame, k0, k1)) {
+    case zeAnimationCurve2D::TooFewKeys:
         return false;
-    const zeAnimationCurve2D::PointMap::const_iterator upper = points.upper_bound(frame);
-    if (upper == points.begin()) {
+    case zeAnimationCurve2D::BeforeFirst:
         // Before the first key the second key's value holds; kept as it has always been.
-        value = std::next(points.begin())->second->getY();
-        return true;
-    }
-    const zeControlPoint2D* k0 = std::prev(upper)->second;
-    if (upper == points.end()) {
         value = k0->getY();
         return true;
+    case zeAnimationCurve2D::AfterLast:
+        value = k0->getY();
+        return true;
+    case zeAnimationCurve2D::InsideSegment:
+        break;
     }
-    const zeControlPoint2D* k1 = upper->second;
     const float x0 = k0->getX();
     const float y0 = k0->getY();
     const float x1 = k1->getX();

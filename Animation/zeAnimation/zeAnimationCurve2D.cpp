@@ -8,6 +8,7 @@
 #include <OpenSG/OSGNodeCore.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 
@@ -150,6 +151,229 @@ osg::NodePtr zeAnimationCurve2D::getParentOSGNode() const
     return osg::NullFC;
 }
 
+// ---- Key cache --------------------------------------------------------------------------------
+
+bool zeAnimationCurve2D::keyCacheIsFresh() const
+{
+    const KeyCache& c = keyCache;
+    if (!c.built || c.positionEpoch != zeControlPoint2D::getPositionEpoch() ||
+        c.childListEpoch != getChildListEpoch())
+        return false;
+    const zeAnimationManager* m = manager();
+    // While every child resolves, a newly registered object cannot change what they resolve to.
+    return c.registryRemovals == m->getRegistryRemovals() &&
+           (c.complete || c.registryAdditions == m->getRegistryAdditions());
+}
+
+void zeAnimationCurve2D::stampKeyCache() const
+{
+    KeyCache& c = keyCache;
+    const zeAnimationManager* m = manager();
+    c.positionEpoch = zeControlPoint2D::getPositionEpoch();
+    c.childListEpoch = getChildListEpoch();
+    c.registryRemovals = m->getRegistryRemovals();
+    c.registryAdditions = m->getRegistryAdditions();
+    c.built = true;
+}
+
+void zeAnimationCurve2D::rebuildKeyCache() const
+{
+    KeyCache& c = keyCache;
+    c.xs.clear();
+    c.ys.clear();
+    c.points.clear();
+    c.nodes.clear();
+    c.ordered = true;
+    c.complete = true;
+    c.hasNaN = false;
+    zeAnimationManager* m = manager();
+    ChildList& list = const_cast<ChildList&>(childIds);
+    for (ChildList::iterator it = list.begin(); it != list.end(); ++it) {
+        zeControlPoint2D* point = m->getPoint2D(*it);
+        if (!point) {
+            c.complete = false;
+            continue;
+        }
+        const float x = point->getX();
+        if (std::isnan(x))
+            c.hasNaN = true;
+        if (!c.xs.empty() && !(c.xs.back() < x))
+            c.ordered = false;
+        c.xs.push_back(x);
+        c.ys.push_back(point->getY());
+        c.points.push_back(point);
+        c.nodes.push_back(it);
+    }
+    c.keyCount = c.points.size();
+    if (c.hasNaN)
+        c.ordered = false;
+    if (!c.ordered && !c.hasNaN) {
+        // Out of order or sharing an x: the map's rule (first in child order per x) decides.
+        const PointMap map = getPoints();
+        c.xs.clear();
+        c.ys.clear();
+        c.points.clear();
+        c.nodes.clear();
+        for (const PointMap::value_type& entry : map) {
+            c.xs.push_back(entry.first);
+            c.ys.push_back(entry.second->getY());
+            c.points.push_back(entry.second);
+        }
+    }
+    if (c.lastSegment + 1 >= c.points.size())
+        c.lastSegment = 0;
+    stampKeyCache();
+}
+
+const zeAnimationCurve2D::KeyCache& zeAnimationCurve2D::validKeyCache() const
+{
+    if (!keyCacheIsFresh())
+        rebuildKeyCache();
+    return keyCache;
+}
+
+zeAnimationCurve2D::SegmentLocation
+zeAnimationCurve2D::locateSegment(float frame, const zeControlPoint2D*& k0, const zeControlPoint2D*& k1) const
+{
+    const KeyCache& c = validKeyCache();
+    if (c.hasNaN) {
+        // No strict order to search in: the literal map lookup, allocation and all.
+        const PointMap points = getPoints();
+        if (points.size() < 2)
+            return TooFewKeys;
+        const PointMap::const_iterator upper = points.upper_bound(frame);
+        if (upper == points.begin()) {
+            k0 = std::next(points.begin())->second;
+            return BeforeFirst;
+        }
+        k0 = std::prev(upper)->second;
+        if (upper == points.end())
+            return AfterLast;
+        k1 = upper->second;
+        return InsideSegment;
+    }
+    const std::size_t n = c.xs.size();
+    if (n < 2)
+        return TooFewKeys;
+    const float* xs = c.xs.data();
+    if (frame < xs[0]) {
+        k0 = c.points[1];
+        return BeforeFirst;
+    }
+    // Written so that a NaN frame lands here too, as in the map (no key is above it).
+    if (!(frame < xs[n - 1])) {
+        k0 = c.points[n - 1];
+        return AfterLast;
+    }
+    // Now xs[0] <= frame < xs[n - 1]: segment i holds the frame when xs[i] <= frame < xs[i + 1].
+    std::size_t i = c.lastSegment;
+    if (!(i + 1 < n && xs[i] <= frame && frame < xs[i + 1])) {
+        ++i;
+        if (!(i + 1 < n && xs[i] <= frame && frame < xs[i + 1]))
+            i = static_cast<std::size_t>(std::upper_bound(xs, xs + n, frame) - xs) - 1;
+        keyCache.lastSegment = i;
+    }
+    k0 = c.points[i];
+    k1 = c.points[i + 1];
+    return InsideSegment;
+}
+
+bool zeAnimationCurve2D::keysKnownInOrder() const
+{
+    const KeyCache& c = validKeyCache();
+    return c.ordered && c.complete;
+}
+
+bool zeAnimationCurve2D::insertKeyInOrder(zeControlPoint2D* key)
+{
+    const KeyCache& c = validKeyCache();
+    const float x = key->getX();
+    if (!c.ordered || !c.complete || std::isnan(x) || manager()->getPoint2D(key->getId()) != key)
+        return false;
+    // After every key with an x not above the new one: where a stable sort of the list with the
+    // new identifier appended would put it.
+    const std::size_t at =
+        static_cast<std::size_t>(std::upper_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
+    if (at > 0 && !(c.xs[at - 1] < x))
+        return false; // shares an x with a key: the cache would lose its strict order
+    KeyCache& w = keyCache;
+    const ChildList::iterator node =
+        childIds.insert(at < w.nodes.size() ? w.nodes[at] : childIds.end(), key->getId());
+    w.xs.insert(w.xs.begin() + at, x);
+    w.ys.insert(w.ys.begin() + at, key->getY());
+    w.points.insert(w.points.begin() + at, key);
+    w.nodes.insert(w.nodes.begin() + at, node);
+    ++w.keyCount;
+    return true;
+}
+
+bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
+{
+    const KeyCache& c = validKeyCache();
+    if (!c.ordered || !c.complete)
+        return false;
+    const float x = key->getX();
+    const std::size_t at =
+        static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
+    if (at >= c.points.size() || c.points[at] != key || *c.nodes[at] != key->getId())
+        return false;
+    KeyCache& w = keyCache;
+    childIds.erase(w.nodes[at]);
+    w.xs.erase(w.xs.begin() + at);
+    w.ys.erase(w.ys.begin() + at);
+    w.points.erase(w.points.begin() + at);
+    w.nodes.erase(w.nodes.begin() + at);
+    --w.keyCount;
+    return true;
+}
+
+bool zeAnimationCurve2D::recomputeTangents(zeControlPoint2D* key)
+{
+    // Validated first, so that the neighbour lookup inside finds it fresh.
+    validKeyCache();
+    const osg::UInt64 before = zeControlPoint2D::getPositionEpoch();
+    const bool written = key->computeTangents();
+    // computeTangents writes the two handles and nothing else. Handles are never registered, so
+    // they are in no key cache: when exactly those writes happened, the cache still holds.
+    if (keyCache.built && zeControlPoint2D::getPositionEpoch() == before + (written ? 2u : 0u))
+        keyCache.positionEpoch = zeControlPoint2D::getPositionEpoch();
+    return written;
+}
+
+void zeAnimationCurve2D::updateBounds()
+{
+    const KeyCache& c = validKeyCache();
+    if (!c.ordered || !c.complete) {
+        zeAnimationObject::updateBounds();
+        return;
+    }
+    if (c.points.empty())
+        return;
+    // The base class's fold over the children in child order, read from the cache: every child
+    // is a key, whose begin and end are its x and whose maximum and minimum are its y.
+    float newBegin = EmptyLow;
+    float newEnd = EmptyHigh;
+    float newMaximum = EmptyHigh;
+    float newMinimum = EmptyLow;
+    const std::size_t n = c.xs.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        const float x = c.xs[i];
+        const float y = c.ys[i];
+        if (x < newBegin)
+            newBegin = x;
+        if (x > newEnd)
+            newEnd = x;
+        if (y > newMaximum)
+            newMaximum = y;
+        if (y < newMinimum)
+            newMinimum = y;
+    }
+    begin = newBegin;
+    end = newEnd;
+    maximum = newMaximum;
+    minimum = newMinimum;
+}
+
 // ---- Keys -------------------------------------------------------------------------------------
 
 zeAnimationCurve2D::PointMap zeAnimationCurve2D::getPoints() const
@@ -194,11 +418,17 @@ std::vector<zeControlPoint2D*> zeAnimationCurve2D::getSelectedPointsAndTangentPo
 
 osg::UInt32 zeAnimationCurve2D::getPointCount() const
 {
-    return static_cast<osg::UInt32>(keys().size());
+    return static_cast<osg::UInt32>(validKeyCache().keyCount);
 }
 
 zeControlPoint2D* zeAnimationCurve2D::findPoint(float x) const
 {
+    const KeyCache& c = validKeyCache();
+    if (c.ordered) {
+        const std::size_t at =
+            static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
+        return at < c.xs.size() && c.xs[at] == x ? c.points[at] : nullptr;
+    }
     for (zeControlPoint2D* point : keys()) {
         if (point->getX() == x)
             return point;
@@ -217,6 +447,17 @@ zeControlPoint2D* zeAnimationCurve2D::findPoint(osg::UInt64 pointId) const
 
 zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(zeControlPoint2D* point) const
 {
+    const KeyCache& c = validKeyCache();
+    if (c.ordered) {
+        if (!point)
+            return Neighbours(nullptr, nullptr);
+        const std::size_t n = c.points.size();
+        const std::size_t at = static_cast<std::size_t>(
+            std::lower_bound(c.xs.begin(), c.xs.end(), point->getX()) - c.xs.begin());
+        if (at >= n || c.points[at] != point)
+            return Neighbours(nullptr, nullptr);
+        return Neighbours(at > 0 ? c.points[at - 1] : nullptr, at + 1 < n ? c.points[at + 1] : nullptr);
+    }
     const std::vector<zeControlPoint2D*> points = keys();
     for (std::size_t i = 0; point && i < points.size(); ++i) {
         if (points[i] == point)
@@ -227,6 +468,13 @@ zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(zeCon
 
 zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(float x) const
 {
+    const KeyCache& c = validKeyCache();
+    if (c.ordered) {
+        const std::vector<float>::const_iterator below = std::lower_bound(c.xs.begin(), c.xs.end(), x);
+        const std::vector<float>::const_iterator above = std::upper_bound(below, c.xs.end(), x);
+        return Neighbours(below == c.xs.begin() ? nullptr : c.points[below - c.xs.begin() - 1],
+                          above == c.xs.end() ? nullptr : c.points[above - c.xs.begin()]);
+    }
     Neighbours result(nullptr, nullptr);
     for (zeControlPoint2D* point : keys()) {
         if (point->getX() < x)
@@ -240,6 +488,18 @@ zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(float
 bool zeAnimationCurve2D::getMapNeighbours(float x, const zeControlPoint2D*& previous,
                                           const zeControlPoint2D*& next) const
 {
+    const KeyCache& c = validKeyCache();
+    if (!c.hasNaN) {
+        // The cache holds getPoints() in order, so this is the map's lower bound.
+        const std::size_t n = c.xs.size();
+        const std::size_t at =
+            static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
+        if (at == n || c.xs[at] != x)
+            return false;
+        previous = at == 0 ? nullptr : c.points[at - 1];
+        next = at + 1 == n ? nullptr : c.points[at + 1];
+        return true;
+    }
     const PointMap points = getPoints();
     PointMap::const_iterator it = points.lower_bound(x);
     if (it == points.end() || it->first != x)
@@ -314,11 +574,11 @@ bool zeAnimationCurve2D::checkMoveConstraints2(zeControlPoint2D* point, float dx
 void zeAnimationCurve2D::recomputeAround(zeControlPoint2D* key)
 {
     const Neighbours around = getPreviousAndNextPoint(key);
-    key->computeTangents();
+    recomputeTangents(key);
     if (around.first)
-        around.first->computeTangents();
+        recomputeTangents(around.first);
     if (around.second)
-        around.second->computeTangents();
+        recomputeTangents(around.second);
 }
 
 zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
@@ -335,8 +595,11 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
         subObject(existing, true);
     }
     key->parentId = id;
-    childIds.push_back(key->getId());
-    sortObjectsByBegin();
+    if (!insertKeyInOrder(key)) {
+        childIds.push_back(key->getId());
+        dropKeyCache();
+        sortObjectsByBegin();
+    }
     recomputeAround(key);
     if (curveIds.count(id) == 0) {
         // The curve lost its own entry when its last key went; it comes back with this key.
@@ -352,23 +615,34 @@ zeAnimationObject* zeAnimationCurve2D::subObject(zeAnimationObject* object, bool
 {
     if (!object || object->getTypeID() != 1)
         return nullptr;
-    FindResult found = findObject(object->getId());
-    if (!found.first)
-        return nullptr;
     zeControlPoint2D* key = static_cast<zeControlPoint2D*>(object);
     const Neighbours around = getPreviousAndNextPoint(key);
-    childIds.erase(found.second);
+    const bool erasedInStep = eraseKeyInOrder(key);
+    if (!erasedInStep) {
+        FindResult found = findObject(object->getId());
+        if (!found.first)
+            return nullptr;
+        childIds.erase(found.second);
+        dropKeyCache();
+    }
     key->parentId = 0;
     if (around.first)
-        around.first->computeTangents();
+        recomputeTangents(around.first);
     if (around.second)
-        around.second->computeTangents();
-    if (keys().empty())
+        recomputeTangents(around.second);
+    if (getPointCount() == 0)
         updateBy(this, Remove, true);
     else
         updateBy(this, Change, true);
     if (destroy) {
-        manager()->destroyPoint2D(key);
+        zeAnimationManager* m = manager();
+        const bool fresh = erasedInStep && keyCacheIsFresh();
+        const osg::UInt64 before = m->getRegistryRemovals();
+        m->destroyPoint2D(key);
+        // Erased in step, the key is in neither the list nor the cache, and its registry entry
+        // named no key the cache holds: when that entry was the only one to go, the cache holds.
+        if (fresh && m->getRegistryRemovals() == before + 1)
+            keyCache.registryRemovals = m->getRegistryRemovals();
         return nullptr;
     }
     return key;
@@ -435,6 +709,7 @@ void zeAnimationCurve2D::setPoints(const std::vector<zeControlPoint2D*>& points)
             losers.push_back(old);
     }
     childIds.clear();
+    dropKeyCache();
     for (zeControlPoint2D* point : kept) {
         point->parentId = id;
         childIds.push_back(point->getId());
@@ -456,7 +731,7 @@ void zeAnimationCurve2D::changeTangentsOfSelectedPoints(zeControlPoint2D::Tangen
 {
     for (zeControlPoint2D* key : getSelectedPoints()) {
         key->setTangentType(mode);
-        key->computeTangents();
+        recomputeTangents(key);
     }
 }
 

@@ -21,6 +21,8 @@ class zeAnimationField;
 class ZEANIMATION_EXPORT zeAnimationCurve2D final : public zeAnimationObject
 {
     friend class zeAnimationManager;
+    friend class zeAnimationController;
+    friend class zeAnimationObject;
 
 public:
     typedef std::map<float, zeControlPoint2D*> PointMap;
@@ -37,6 +39,7 @@ public:
     void moveEnd(float newEnd, bool notify) override;
     void flip() override;
     void triggerLoop(float frame) override;
+    void updateBounds() override;
 
     // ---- Field binding and colour ---------------------------------------------------------
     void setAnimationField(zeAnimationField* field);
@@ -106,6 +109,76 @@ protected:
     static zeAnimationCurve2D _the;
 
 private:
+    // ---- Key cache --------------------------------------------------------------------------
+    // getPoints() as sorted arrays, so that evaluation and the neighbour and key lookups neither
+    // build a map nor resolve identifiers on every call. It is checked, never trusted: it is
+    // rebuilt when a position was written (the control points' position epoch), a child list
+    // changed (the base class's epoch; this curve's own edits update the cache in step or drop
+    // it), an identifier left the registry, or, while some child does not resolve, an
+    // identifier joined it. A copied curve starts without a cache. Not thread-safe, like the
+    // rest of the model.
+    struct KeyCache
+    {
+        KeyCache() = default;
+        KeyCache(const KeyCache&) {}
+        KeyCache& operator=(const KeyCache&)
+        {
+            built = false;
+            return *this;
+        }
+
+        bool built = false;
+        // The resolved keys, in child order, strictly increase in x (no NaN): the arrays hold
+        // exactly the keys in child order, not only the getPoints() representatives.
+        bool ordered = false;
+        // Every child identifier resolves to a key: with `ordered`, nodes[i] is the child-list
+        // entry of points[i].
+        bool complete = false;
+        // Some key's x is NaN: the map's order is not a strict weak order, so lookups take the
+        // literal map-based path.
+        bool hasNaN = false;
+        osg::UInt64 positionEpoch = 0;
+        osg::UInt64 childListEpoch = 0;
+        osg::UInt64 registryRemovals = 0;
+        osg::UInt64 registryAdditions = 0;
+        std::size_t keyCount = 0; // resolved keys, duplicates at one x included
+        std::vector<float> xs;
+        std::vector<float> ys;
+        std::vector<zeControlPoint2D*> points;
+        std::vector<ChildList::iterator> nodes;
+        // Index of the segment evaluation found last: playback asks frame after frame.
+        std::size_t lastSegment = 0;
+    };
+
+    enum SegmentLocation
+    {
+        TooFewKeys,
+        BeforeFirst,
+        AfterLast,
+        InsideSegment
+    };
+
+    const KeyCache& validKeyCache() const;
+    bool keyCacheIsFresh() const;
+    void stampKeyCache() const;
+    void rebuildKeyCache() const;
+    void dropKeyCache() { keyCache.built = false; }
+    // Evaluation's search: BeforeFirst gives the second key in k0, AfterLast the last key in k0,
+    // InsideSegment the keys around the frame.
+    SegmentLocation locateSegment(float frame, const zeControlPoint2D*& k0,
+                                  const zeControlPoint2D*& k1) const;
+    // For the base class's sort: true when the cache shows every child a key in strict order.
+    bool keysKnownInOrder() const;
+    // Inserts a key's identifier where a stable sort by x would put it, keeping the cache in
+    // step; false (nothing done) when the cache cannot tell where that is.
+    bool insertKeyInOrder(zeControlPoint2D* key);
+    // Removes a key's entry, keeping the cache in step; false when the cache cannot locate it.
+    bool eraseKeyInOrder(zeControlPoint2D* key);
+    // computeTangents, telling the cache that only handles moved, so it stays valid.
+    bool recomputeTangents(zeControlPoint2D* key);
+
+    mutable KeyCache keyCache;
+
     zeAnimationCurve2D();
     std::vector<zeControlPoint2D*> keys() const;
     void recomputeAround(zeControlPoint2D* key);

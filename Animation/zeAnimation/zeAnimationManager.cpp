@@ -41,7 +41,9 @@ zeAnimationManager* zeAnimationManager::the()
     return &instance;
 }
 
-zeAnimationManager::zeAnimationManager() : QObject(nullptr), _oldID(0), _newID(0), _bulkSurvivors(nullptr)
+zeAnimationManager::zeAnimationManager()
+    : QObject(nullptr), _oldID(0), _newID(0), _registryRemovals(0), _registryAdditions(0),
+      _bulkSurvivors(nullptr)
 {
 }
 
@@ -175,14 +177,17 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
 void zeAnimationManager::registerObject(zeAnimationObject* object)
 {
     // An identifier that is already registered keeps its first object.
-    if (_objects.emplace(object->id, object).second)
+    if (_objects.emplace(object->id, object).second) {
         _objectIndex.emplace(object->id, object);
+        ++_registryAdditions;
+    }
 }
 
 void zeAnimationManager::unregisterObject(osg::UInt64 id)
 {
     _objects.erase(id);
-    _objectIndex.erase(id);
+    if (_objectIndex.erase(id) != 0)
+        ++_registryRemovals;
 }
 
 void zeAnimationManager::unregisterPointer(zeAnimationObject* object)

@@ -95,6 +95,12 @@ public:
     std::size_t getObjectCount() const { return _objects.size(); }
     std::size_t getFieldCount() const { return _fields.size(); }
     bool isObjectNameUnique(const std::string& name) const;
+    // Count how often an identifier left or joined the object registry. Caches of resolved
+    // identifiers compare them with the values they were built at: an entry they hold can only
+    // stop resolving (or resolve to another object) after a removal, and a stale entry can only
+    // start resolving after an addition.
+    osg::UInt64 getRegistryRemovals() const { return _registryRemovals; }
+    osg::UInt64 getRegistryAdditions() const { return _registryAdditions; }
 
     // Scene queries: parentless, visible objects of one type, in identifier order.
     std::vector<zeAnimationUnit*> getSceneUnits() const;
@@ -238,6 +244,8 @@ private:
 
     // Hash index over _objects: lookups by identifier run on every hierarchy update and frame.
     std::unordered_map<osg::UInt64, zeAnimationObject*> _objectIndex;
+    osg::UInt64 _registryRemovals;
+    osg::UInt64 _registryAdditions;
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
     const std::set<osg::UInt64>* _bulkSurvivors;

@@ -1,5 +1,6 @@
 #include <zeAnimation/zeAnimationObject.h>
 
+#include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationSequence.h>
 
@@ -7,6 +8,7 @@
 
 osg::UInt32 zeAnimationObject::_typeID = 0;
 int zeAnimationObject::_depth = 0;
+osg::UInt64 zeAnimationObject::_childListEpoch = 0;
 zeAnimationObject zeAnimationObject::_the;
 
 namespace {
@@ -403,6 +405,10 @@ void zeAnimationObject::sortObjectsByBegin()
 {
     if (childIds.size() < 2)
         return;
+    // A curve usually knows from its key cache that its keys are in strict order; asking it
+    // spares the walk below, which resolves every child, on each edit of a long curve.
+    if (getTypeID() == 2 && static_cast<const zeAnimationCurve2D*>(this)->keysKnownInOrder())
+        return;
     // A stable sort of an already ordered list changes nothing, and the list nearly always is
     // ordered: check that first. The check is only sound when every child resolves and no begin
     // is NaN; otherwise the comparison is no strict weak order and the list sort decides.
@@ -424,8 +430,10 @@ void zeAnimationObject::sortObjectsByBegin()
         previous = value;
         first = false;
     }
-    if (!ordered)
+    if (!ordered) {
         childIds.sort(compareObjectsByBegin);
+        ++_childListEpoch;
+    }
 }
 
 // ---- Triggers ---------------------------------------------------------------------------------
@@ -645,6 +653,7 @@ void zeAnimationObject::appendChild(zeAnimationObject* child)
 {
     child->parentId = id;
     childIds.push_back(child->id);
+    ++_childListEpoch;
     updateBy(child, Add, true);
 }
 
@@ -654,6 +663,7 @@ bool zeAnimationObject::unlinkChild(zeAnimationObject* child)
     if (!found.first)
         return false;
     childIds.erase(found.second);
+    ++_childListEpoch;
     child->parentId = 0;
     updateBy(child, Remove, true);
     return true;

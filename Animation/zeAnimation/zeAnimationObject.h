@@ -130,6 +130,9 @@ public:
     // ---- Collections ----------------------------------------------------------------------
     std::list<zeAnimationObject*> getObjects() const;
     const ChildList& getChildIds() const { return childIds; }
+    // Increases whenever the base class adds, removes or reorders an entry of any child list, so
+    // caches derived from a child list can tell that it changed.
+    static osg::UInt64 getChildListEpoch() { return _childListEpoch; }
     std::vector<zeAnimationCurve2D*> getCurves() const;
     const std::set<osg::UInt64>& getCurveIds() const { return curveIds; }
     std::vector<zeAnimationSequence*> getSequencesRecursive() const;
@@ -243,6 +246,7 @@ private:
 
     static osg::UInt32 _typeID;
     static int _depth;
+    static osg::UInt64 _childListEpoch;
 };
 
 #endif // ZEANIMATIONOBJECT_H

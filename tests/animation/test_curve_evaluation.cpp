@@ -1,0 +1,343 @@
+// Curve evaluation and tangent placement on worked examples and their edge cases.
+
+#include "AnimationTestSupport.h"
+
+#include <zeAnimation/zeAnimationController.h>
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeControlPoint2D.h>
+
+#include <cmath>
+
+namespace {
+
+typedef zeControlPoint2D::TangentMode Mode;
+
+class CurveEvaluationTest : public AnimationTest
+{
+protected:
+    zeAnimationCurve2D* curve = nullptr;
+
+    void SetUp() override
+    {
+        AnimationTest::SetUp();
+        curve = manager->createCurve2D();
+    }
+
+    // A key with free handles, so that the curve leaves them where the test puts them.
+    zeControlPoint2D* freeKey(float x, float y)
+    {
+        zeControlPoint2D* key = manager->createPoint2D(x, y);
+        key->setTangentType(zeControlPoint2D::TangentFree);
+        curve->addObject(key);
+        return key;
+    }
+
+    zeControlPoint2D* key(float x, float y, Mode type, Mode length)
+    {
+        zeControlPoint2D* point = manager->createPoint2D(x, y);
+        point->setTangentType(type);
+        point->setTangentLengthMode(length);
+        curve->addObject(point);
+        return point;
+    }
+
+    bool eval(float frame, float& value)
+    {
+        return zeAnimationController::computeCurveValue(curve, frame, value);
+    }
+};
+
+TEST_F(CurveEvaluationTest, OutsideTheKeysTheSecondKeyRulesBeforeAndTheLastKeyAfter)
+{
+    freeKey(0.0f, 1.0f);
+    freeKey(10.0f, 5.0f);
+    float value = -1.0f;
+    EXPECT_TRUE(eval(-3.0f, value));
+    EXPECT_EQ(5.0f, value);
+
+    // With a third key the second key's value is not the last one's.
+    freeKey(20.0f, 9.0f);
+    value = -1.0f;
+    EXPECT_TRUE(eval(-3.0f, value));
+    EXPECT_EQ(5.0f, value);
+    value = -1.0f;
+    EXPECT_TRUE(eval(20.0f, value));
+    EXPECT_EQ(9.0f, value);
+    value = -1.0f;
+    EXPECT_TRUE(eval(1e9f, value));
+    EXPECT_EQ(9.0f, value);
+    value = -1.0f;
+    EXPECT_TRUE(eval(std::nanf(""), value));
+    EXPECT_EQ(9.0f, value);
+}
+
+TEST_F(CurveEvaluationTest, TwoKeysAtTheirEndsAndBeyond)
+{
+    freeKey(0.0f, 1.0f);
+    freeKey(10.0f, 5.0f);
+    float value = 0.0f;
+    EXPECT_TRUE(eval(10.0f, value));
+    EXPECT_EQ(5.0f, value);
+    value = 0.0f;
+    EXPECT_TRUE(eval(12.0f, value));
+    EXPECT_EQ(5.0f, value);
+    // On the first key the step segment holds its own value.
+    value = 0.0f;
+    EXPECT_TRUE(eval(0.0f, value));
+    EXPECT_EQ(1.0f, value);
+}
+
+TEST_F(CurveEvaluationTest, HandlesOnTheirKeysMakeAStepNotALine)
+{
+    freeKey(0.0f, 2.0f);
+    freeKey(10.0f, 8.0f);
+    for (float frame : {0.0f, 0.001f, 3.0f, 5.0f, 9.999f}) {
+        float value = -1.0f;
+        EXPECT_TRUE(eval(frame, value)) << frame;
+        EXPECT_EQ(2.0f, value) << frame;
+    }
+    // Tangent type none collapses computed handles onto the keys: the same step.
+    curve = manager->createCurve2D();
+    key(0.0f, 2.0f, zeControlPoint2D::TangentNone, zeControlPoint2D::TangentLengthHalf);
+    key(10.0f, 8.0f, zeControlPoint2D::TangentNone, zeControlPoint2D::TangentLengthHalf);
+    float value = -1.0f;
+    EXPECT_TRUE(eval(7.0f, value));
+    EXPECT_EQ(2.0f, value);
+}
+
+TEST_F(CurveEvaluationTest, SymmetricHandlesMeetInTheMiddle)
+{
+    zeControlPoint2D* k0 = freeKey(0.0f, 0.0f);
+    zeControlPoint2D* k1 = freeKey(10.0f, 10.0f);
+    k0->setOutTangent(osg::Vec2f(5.0f, 0.0f));
+    k1->setInTangent(osg::Vec2f(5.0f, 10.0f));
+    float value = 0.0f;
+    EXPECT_TRUE(eval(5.0f, value));
+    EXPECT_FLOAT_EQ(5.0f, value);
+    // An S-curve: slow at the ends, point symmetric about the middle, increasing.
+    float quarter = 0.0f;
+    float threeQuarters = 0.0f;
+    ASSERT_TRUE(eval(2.5f, quarter));
+    ASSERT_TRUE(eval(7.5f, threeQuarters));
+    EXPECT_LT(0.0f, quarter);
+    EXPECT_GT(2.5f, quarter);
+    EXPECT_NEAR(10.0f, quarter + threeQuarters, 1e-4f);
+}
+
+TEST_F(CurveEvaluationTest, HandlesOnExactThirdsGiveNoRootAndLeaveTheValue)
+{
+    zeControlPoint2D* k0 = freeKey(0.0f, 0.0f);
+    zeControlPoint2D* k1 = freeKey(3.0f, 3.0f);
+    k0->setOutTangent(osg::Vec2f(1.0f, 1.0f));
+    k1->setInTangent(osg::Vec2f(2.0f, 2.0f));
+    for (float frame : {0.5f, 1.5f, 2.9f}) {
+        float value = 42.0f;
+        EXPECT_FALSE(eval(frame, value)) << frame;
+        EXPECT_EQ(42.0f, value) << frame;
+    }
+    // Moving one handle off the third makes the segment solvable again.
+    k1->setInTangent(osg::Vec2f(2.5f, 2.0f));
+    float value = 42.0f;
+    EXPECT_TRUE(eval(1.5f, value));
+    EXPECT_NE(42.0f, value);
+}
+
+TEST_F(CurveEvaluationTest, ResultsWithinAMillionthOfZeroAreZero)
+{
+    // A constant segment a hair above zero: the Bezier gives the same tiny value everywhere.
+    zeControlPoint2D* k0 = freeKey(0.0f, 5e-7f);
+    zeControlPoint2D* k1 = freeKey(10.0f, 5e-7f);
+    k0->setOutTangent(osg::Vec2f(2.0f, 5e-7f));
+    k1->setInTangent(osg::Vec2f(7.0f, 5e-7f));
+    float value = 1.0f;
+    EXPECT_TRUE(eval(4.0f, value));
+    EXPECT_EQ(0u, bits(value)); // +0, not a tiny number and not -0
+    k0->setY(-5e-7f);
+    k0->setOutTangentY(-5e-7f);
+    k1->setY(-5e-7f);
+    k1->setInTangentY(-5e-7f);
+    value = 1.0f;
+    EXPECT_TRUE(eval(4.0f, value));
+    EXPECT_EQ(0u, bits(value));
+    // Just outside the band the value stays.
+    k0->setY(2e-6f);
+    k0->setOutTangentY(2e-6f);
+    k1->setY(2e-6f);
+    k1->setInTangentY(2e-6f);
+    EXPECT_TRUE(eval(4.0f, value));
+    EXPECT_NEAR(2e-6f, value, 1e-9f);
+}
+
+TEST_F(CurveEvaluationTest, TooFewKeysReturnFalseAndLeaveTheValue)
+{
+    float value = 7.0f;
+    EXPECT_FALSE(zeAnimationController::computeCurveValue(nullptr, 1.0f, value));
+    EXPECT_FALSE(eval(1.0f, value));
+    freeKey(3.0f, 9.0f);
+    EXPECT_FALSE(eval(3.0f, value));
+    EXPECT_FALSE(eval(-1.0f, value));
+    EXPECT_EQ(7.0f, value);
+}
+
+TEST_F(CurveEvaluationTest, EditsBetweenEvaluationsAreSeen)
+{
+    zeControlPoint2D* a = freeKey(0.0f, 0.0f);
+    zeControlPoint2D* b = freeKey(10.0f, 10.0f);
+    float value = 0.0f;
+    ASSERT_TRUE(eval(20.0f, value));
+    EXPECT_EQ(10.0f, value);
+    // A new last key, a moved key, a changed value and a removed key each change the answer.
+    freeKey(30.0f, 30.0f);
+    ASSERT_TRUE(eval(40.0f, value));
+    EXPECT_EQ(30.0f, value);
+    b->setY(-4.0f);
+    ASSERT_TRUE(eval(-5.0f, value));
+    EXPECT_EQ(-4.0f, value);
+    a->setX(35.0f); // direct write: the child list is now out of order
+    ASSERT_TRUE(eval(40.0f, value));
+    EXPECT_EQ(0.0f, value);
+    ASSERT_TRUE(eval(-5.0f, value));
+    EXPECT_EQ(30.0f, value); // second key by x
+    curve->subObject(a, true);
+    ASSERT_TRUE(eval(40.0f, value));
+    EXPECT_EQ(30.0f, value);
+}
+
+// ---- Tangents ---------------------------------------------------------------------------------
+
+class TangentTest : public CurveEvaluationTest
+{
+protected:
+    static void expectHandles(const zeControlPoint2D* k, float ix, float iy, float ox, float oy)
+    {
+        EXPECT_FLOAT_EQ(ix, k->getInTangentX());
+        EXPECT_FLOAT_EQ(iy, k->getInTangentY());
+        EXPECT_FLOAT_EQ(ox, k->getOutTangentX());
+        EXPECT_FLOAT_EQ(oy, k->getOutTangentY());
+    }
+};
+
+TEST_F(TangentTest, InnerKeysOnTheWorkedExamples)
+{
+    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    key(3.0f, 3.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* smooth =
+        key(1.0f, 0.0f, zeControlPoint2D::TangentSmooth, zeControlPoint2D::TangentSmooth);
+    expectHandles(smooth, 0.0f, -1.0f, 2.0f, 1.0f);
+
+    curve = manager->createCurve2D();
+    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    key(10.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* flat =
+        key(1.0f, 5.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
+    // In: half the interval (0.5) is below the cap 10/3; out: the cap 10/3 is below 4.5.
+    EXPECT_EQ(0.5f, flat->getInTangentX());
+    EXPECT_EQ(1.0f + 10.0f * 0.33333334f, flat->getOutTangentX());
+    EXPECT_EQ(5.0f, flat->getInTangentY());
+    EXPECT_EQ(5.0f, flat->getOutTangentY());
+}
+
+TEST_F(TangentTest, FreeKeysAndLoneKeysAreLeftAlone)
+{
+    zeControlPoint2D* lone =
+        key(4.0f, 1.0f, zeControlPoint2D::TangentSmooth, zeControlPoint2D::TangentLengthHalf);
+    lone->setInTangent(osg::Vec2f(3.0f, 7.0f));
+    EXPECT_FALSE(lone->computeTangents());
+    EXPECT_EQ(3.0f, lone->getInTangentX());
+    EXPECT_EQ(7.0f, lone->getInTangentY());
+
+    zeControlPoint2D* other =
+        key(8.0f, 2.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    other->setOutTangent(osg::Vec2f(11.0f, -3.0f));
+    EXPECT_FALSE(other->computeTangents());
+    EXPECT_EQ(11.0f, other->getOutTangentX());
+    EXPECT_EQ(-3.0f, other->getOutTangentY());
+    // The lone key now has a neighbour and gets handles.
+    EXPECT_TRUE(lone->computeTangents());
+    EXPECT_EQ(2.0f, lone->getInTangentX());
+}
+
+TEST_F(TangentTest, LinearEndKeysPointTheOutwardHandleFlat)
+{
+    zeControlPoint2D* first =
+        key(0.0f, 0.0f, zeControlPoint2D::TangentLinear, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* last =
+        key(4.0f, 8.0f, zeControlPoint2D::TangentLinear, zeControlPoint2D::TangentLengthHalf);
+    first->computeTangents();
+    // First key: in-handle flat, out-handle along the chord (slope 2) by half the interval.
+    expectHandles(first, -2.0f, 0.0f, 2.0f, 4.0f);
+    // Last key: in-handle along the chord, out-handle flat.
+    expectHandles(last, 2.0f, 4.0f, 6.0f, 8.0f);
+
+    // Length mode 4: a third of the interval; fixed length 2: Euclidean length along the chord.
+    first->setTangentLengthMode(zeControlPoint2D::TangentSmooth);
+    last->setTangentLengthMode(zeControlPoint2D::TangentLengthFixed);
+    first->computeTangents();
+    last->computeTangents();
+    const float l = 4.0f * 0.33333334f;
+    expectHandles(first, -l, 0.0f, l, 2.0f * l);
+    const float c = cosf(atanf(2.0f)) * 2.0f;
+    const float s = sinf(atanf(2.0f)) * 2.0f;
+    expectHandles(last, 4.0f - c, 8.0f - s, 6.0f, 8.0f);
+}
+
+TEST_F(TangentTest, LinearInnerKeysAreNotCappedWhileTheOthersAre)
+{
+    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    key(10.0f, 10.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* k =
+        key(8.0f, 0.0f, zeControlPoint2D::TangentLinear, zeControlPoint2D::TangentLengthHalf);
+    // Half of the left interval is 4, above the cap 10/3: linear keeps 4.
+    expectHandles(k, 4.0f, 0.0f, 9.0f, 5.0f);
+    k->setTangentType(zeControlPoint2D::TangentForward);
+    k->computeTangents();
+    // Forward: slope to the next key (5) for both handles, the in-handle capped at 10/3.
+    const float cap = 10.0f * 0.33333334f;
+    expectHandles(k, 8.0f - cap, 0.0f - tanf(atanf(5.0f)) * cap, 9.0f, tanf(atanf(5.0f)) * 1.0f);
+}
+
+TEST_F(TangentTest, ForwardLastKeyIsFlatAndUnknownModesCollapse)
+{
+    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* last =
+        key(6.0f, 3.0f, zeControlPoint2D::TangentForward, zeControlPoint2D::TangentLengthHalf);
+    expectHandles(last, 3.0f, 3.0f, 9.0f, 3.0f);
+    last->setTangentLengthMode(zeControlPoint2D::TangentLengthFixed);
+    last->computeTangents();
+    expectHandles(last, 4.0f, 3.0f, 8.0f, 3.0f);
+
+    last->setTangentLengthMode(zeControlPoint2D::TangentNone);
+    EXPECT_TRUE(last->computeTangents());
+    expectHandles(last, 6.0f, 3.0f, 6.0f, 3.0f);
+    last->setTangentLengthMode(zeControlPoint2D::TangentSmooth);
+    last->setTangentType(static_cast<Mode>(3));
+    EXPECT_TRUE(last->computeTangents());
+    expectHandles(last, 6.0f, 3.0f, 6.0f, 3.0f);
+}
+
+TEST_F(TangentTest, SmoothFixedLengthIsEuclidean)
+{
+    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    key(4.0f, 4.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* k =
+        key(2.0f, 1.0f, zeControlPoint2D::TangentSmooth, zeControlPoint2D::TangentLengthFixed);
+    const float dx = k->getOutTangentX() - k->getX();
+    const float dy = k->getOutTangentY() - k->getY();
+    EXPECT_NEAR(2.0f, std::sqrt(dx * dx + dy * dy), 1e-6f);
+    EXPECT_FLOAT_EQ(1.0f, dy / dx); // the slope of the chord between the neighbours
+    EXPECT_FLOAT_EQ(k->getX() - dx, k->getInTangentX());
+    EXPECT_FLOAT_EQ(k->getY() - dy, k->getInTangentY());
+}
+
+TEST_F(TangentTest, InsertingAKeyRecomputesItsNeighbours)
+{
+    zeControlPoint2D* a = key(0.0f, 0.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* c =
+        key(20.0f, 0.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
+    EXPECT_EQ(10.0f, a->getOutTangentX());
+    key(4.0f, 1.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
+    EXPECT_EQ(2.0f, a->getOutTangentX());
+    EXPECT_EQ(12.0f, c->getInTangentX());
+}
+
+} // namespace
