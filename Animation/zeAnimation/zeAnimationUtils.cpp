@@ -189,6 +189,13 @@ osg::UInt32 componentCount(ContentKind kind)
     }
 }
 
+// The component a valuePos selects. A scalar has only one, whatever the field asks for, so a
+// valuePos left over from another binding still reaches it (as for doubles).
+osg::UInt32 componentIndex(ContentKind kind, osg::UInt32 valuePos)
+{
+    return kind == KindReal32 ? 0 : valuePos;
+}
+
 // A pointer to the float component of a directly handled field, or null.
 float* floatComponent(osg::Field* field, ContentKind kind, osg::UInt32 index)
 {
@@ -278,9 +285,10 @@ float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
         if (kind == KindReal64)
             return toAnimation(field->name, static_cast<osg::SFReal64*>(sceneField)->getValue());
         if (kind != KindOther) {
-            if (field->valuePos >= componentCount(kind))
+            const osg::UInt32 index = componentIndex(kind, field->valuePos);
+            if (index >= componentCount(kind))
                 return 0.0f;
-            return toAnimation(field->name, *floatComponent(sceneField, kind, field->valuePos));
+            return toAnimation(field->name, *floatComponent(sceneField, kind, index));
         }
         std::string text;
         sceneField->getValueByStr(text);
@@ -429,9 +437,10 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         return true;
     }
     if (kind != KindOther) {
-        if (field->valuePos >= componentCount(kind))
+        const osg::UInt32 index = componentIndex(kind, field->valuePos);
+        if (index >= componentCount(kind))
             return false;
-        float* component = floatComponent(sceneField, kind, field->valuePos);
+        float* component = floatComponent(sceneField, kind, index);
         if (sameValue(*component, sceneValue))
             return true;
         const osg::BitVector mask = fieldMask(container, field->name);
