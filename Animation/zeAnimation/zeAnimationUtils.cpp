@@ -223,6 +223,21 @@ float* floatComponent(osg::Field* field, ContentKind kind, osg::UInt32 index)
     }
 }
 
+// Integer fields are animated through their text form; the scene rounds what it reads.
+bool isIntegralField(const osg::Field* field)
+{
+    static const osg::UInt32 ids[] = {osg::SFInt8::getClassType().getContentType().getId(),
+                                      osg::SFUInt8::getClassType().getContentType().getId(),
+                                      osg::SFInt16::getClassType().getContentType().getId(),
+                                      osg::SFUInt16::getClassType().getContentType().getId(),
+                                      osg::SFInt32::getClassType().getContentType().getId(),
+                                      osg::SFUInt32::getClassType().getContentType().getId(),
+                                      osg::SFInt64::getClassType().getContentType().getId(),
+                                      osg::SFUInt64::getClassType().getContentType().getId()};
+    const osg::UInt32 id = field->getContentType().getId();
+    return std::find(std::begin(ids), std::end(ids), id) != std::end(ids);
+}
+
 // Angles are stored in radians and animated in degrees for these fields.
 bool isAngleField(const std::string& name)
 {
@@ -455,9 +470,14 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     std::vector<float> values = stringValues(text);
     if (field->valuePos >= values.size())
         return false;
-    if (sameValue(values[field->valuePos], sceneValue))
+    // Compare with what the field will really hold: a boolean or integer field keeps only the
+    // rounded value, and a float that rounds to the current value must not notify a change.
+    const float held = isBool                        ? (floatToBool(sceneValue) ? 1.0f : 0.0f)
+                       : isIntegralField(sceneField) ? snap(sceneValue)
+                                                     : sceneValue;
+    if (sameValue(values[field->valuePos], held))
         return true;
-    values[field->valuePos] = sceneValue;
+    values[field->valuePos] = held;
     const std::string written =
         isBool ? std::string(floatToBool(sceneValue) ? "TRUE" : "FALSE") : zeString::createStringFromValues(values);
     const osg::BitVector mask = fieldMask(container, field->name);
