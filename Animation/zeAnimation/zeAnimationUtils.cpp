@@ -272,6 +272,30 @@ osg::NodePtr nodeOf(osg::UInt64 containerWord)
         osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(containerWord)));
 }
 
+// The parts of a camera's view that the host applies as a whole when the camera is its viewpoint.
+bool isViewAttribute(const std::string& attribute)
+{
+    return attribute == "from" || attribute == "at" || attribute == "up" || attribute == "roll";
+}
+
+// One component of the host's current view.
+float hostViewComponent(const std::string& attribute, osg::UInt32 valuePos)
+{
+    zeAnimationManager* manager = zeAnimationManager::the();
+    if (attribute == "roll") {
+        float roll = 0.0f;
+        manager->getRoll(roll);
+        return roll;
+    }
+    if (valuePos > 2)
+        return 0.0f;
+    osg::Pnt3f from;
+    osg::Pnt3f at;
+    osg::Vec3f up;
+    manager->getFromAtUp(from, at, up);
+    return attribute == "at" ? at[valuePos] : attribute == "up" ? up[valuePos] : from[valuePos];
+}
+
 bool rotationIndex(const std::string& attribute, osg::UInt32& index)
 {
     if (attribute == "rotationX")
@@ -295,22 +319,32 @@ float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
         osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
     if (container == osg::NullFC)
         return 0.0f;
-    if (osg::Field* sceneField = container->getField(field->name.c_str())) {
+    std::string name = field->name;
+    osg::Field* sceneField = container->getField(name.c_str());
+    osg::CameraSettingPtr viewCamera = osg::CameraSettingPtr::dcast(container);
+    if (!sceneField && viewCamera != osg::NullFC && isViewAttribute(field->attribute)) {
+        // The viewpoint's view is the host's; any other camera keeps its view in its own fields.
+        if (viewCamera->getIsViewpoint())
+            return hostViewComponent(field->attribute, field->valuePos);
+        name = field->attribute;
+        sceneField = container->getField(name.c_str());
+    }
+    if (sceneField) {
         const ContentKind kind = contentKind(sceneField);
         if (kind == KindReal64)
-            return toAnimation(field->name, static_cast<osg::SFReal64*>(sceneField)->getValue());
+            return toAnimation(name, static_cast<osg::SFReal64*>(sceneField)->getValue());
         if (kind != KindOther) {
             const osg::UInt32 index = componentIndex(kind, field->valuePos);
             if (index >= componentCount(kind))
                 return 0.0f;
-            return toAnimation(field->name, *floatComponent(sceneField, kind, index));
+            return toAnimation(name, *floatComponent(sceneField, kind, index));
         }
         std::string text;
         sceneField->getValueByStr(text);
         const std::vector<float> values = stringValues(text);
         if (field->valuePos >= values.size())
             return 0.0f;
-        return toAnimation(field->name, values[field->valuePos]);
+        return toAnimation(name, values[field->valuePos]);
     }
     if (osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container)) {
         const std::string& a = field->attribute;
@@ -358,7 +392,8 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     if (container == osg::NullFC)
         return false;
     const std::string& attribute = field->attribute;
-    osg::Field* sceneField = container->getField(field->name.c_str());
+    std::string name = field->name;
+    osg::Field* sceneField = container->getField(name.c_str());
     osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
 
     if (camera != osg::NullFC && !sceneField && camera->getIsViewpoint() &&
@@ -387,6 +422,12 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         *target = field->value;
         manager->setFromAtUp(from, at, up);
         return true;
+    }
+
+    if (camera != osg::NullFC && !sceneField && isViewAttribute(attribute)) {
+        // A camera that is not the viewpoint keeps its view in its own fields.
+        name = attribute;
+        sceneField = container->getField(name.c_str());
     }
 
     if (camera != osg::NullFC && !sceneField) {
@@ -439,13 +480,13 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     }
 
     const ContentKind kind = contentKind(sceneField);
-    const float sceneValue = toScene(field->name, field->value);
+    const float sceneValue = toScene(name, field->value);
     if (kind == KindReal64) {
         osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
         const double wanted = static_cast<double>(sceneValue);
         if (real->getValue() == wanted)
             return true;
-        const osg::BitVector mask = fieldMask(container, field->name);
+        const osg::BitVector mask = fieldMask(container, name);
         osg::beginEditCP(container, mask, 1);
         real->setValue(wanted);
         osg::endEditCP(container, mask, 1);
@@ -458,7 +499,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         float* component = floatComponent(sceneField, kind, index);
         if (sameValue(*component, sceneValue))
             return true;
-        const osg::BitVector mask = fieldMask(container, field->name);
+        const osg::BitVector mask = fieldMask(container, name);
         osg::beginEditCP(container, mask, 1);
         *component = sceneValue;
         osg::endEditCP(container, mask, 1);
@@ -480,7 +521,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     values[field->valuePos] = held;
     const std::string written =
         isBool ? std::string(floatToBool(sceneValue) ? "TRUE" : "FALSE") : zeString::createStringFromValues(values);
-    const osg::BitVector mask = fieldMask(container, field->name);
+    const osg::BitVector mask = fieldMask(container, name);
     osg::beginEditCP(container, mask, 1);
     sceneField->pushValueByStr(written.c_str());
     osg::endEditCP(container, mask, 1);
