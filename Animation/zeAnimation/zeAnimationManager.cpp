@@ -964,6 +964,8 @@ std::vector<zeAnimationField*> zeAnimationManager::createAnimationFields(const o
             _animationAttributes.push_back(attribute);
     };
 
+    osg::NodeCorePtr core = node->getCore();
+    osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(core);
     for (const osg::FieldContainerPtr& container : animatedContainers(node)) {
         const osg::FieldContainerType& type = container->getType();
         for (osg::UInt32 i = 1; i <= type.getNumFieldDescs(); ++i) {
@@ -972,19 +974,24 @@ std::vector<zeAnimationField*> zeAnimationManager::createAnimationFields(const o
                 continue;
             for (const zeAnimationUtils::FieldAttribute& attribute :
                  zeAnimationUtils::computeAnimationFieldAttributes(osg::getContainerId(container),
-                                                                   description->getCName()))
+                                                                   description->getCName())) {
+                // A camera's roll is animated as part of its view (below); a second field of the
+                // same attribute would make lookups and rebinding disagree.
+                if (camera != osg::NullFC && attribute.attribute == "roll")
+                    continue;
                 add(osg::getContainerId(container), attribute.name, attribute.attribute, attribute.valuePos);
+            }
         }
     }
-    osg::NodeCorePtr core = node->getCore();
     // A transform's rotation lives in the node's transform attachment, in degrees.
     if (core != osg::NullFC && core->getType().isDerivedFrom(osg::Transform3D::getClassType())) {
         add(nodeId, "rotationX", "rotationX", 0);
         add(nodeId, "rotationY", "rotationY", 1);
         add(nodeId, "rotationZ", "rotationZ", 2);
     }
-    // A camera that is the viewpoint is animated through the host's view as a whole.
-    if (osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(core)) {
+    // A camera that is the viewpoint is animated through the host's view as a whole; any other
+    // camera through its own from, at, up and roll fields.
+    if (camera != osg::NullFC) {
         const osg::UInt32 cameraId = osg::getContainerId(camera);
         for (const char* part : {"from", "at", "up"}) {
             for (osg::UInt32 i = 0; i < 3; ++i)

@@ -189,6 +189,13 @@ osg::UInt32 componentCount(ContentKind kind)
     }
 }
 
+// The component a valuePos selects. A scalar has only one, whatever the field asks for, so a
+// valuePos left over from another binding still reaches it (as for doubles).
+osg::UInt32 componentIndex(ContentKind kind, osg::UInt32 valuePos)
+{
+    return kind == KindReal32 ? 0 : valuePos;
+}
+
 // A pointer to the float component of a directly handled field, or null.
 float* floatComponent(osg::Field* field, ContentKind kind, osg::UInt32 index)
 {
@@ -214,6 +221,21 @@ float* floatComponent(osg::Field* field, ContentKind kind, osg::UInt32 index)
     default:
         return nullptr;
     }
+}
+
+// Integer fields are animated through their text form; the scene rounds what it reads.
+bool isIntegralField(const osg::Field* field)
+{
+    static const osg::UInt32 ids[] = {osg::SFInt8::getClassType().getContentType().getId(),
+                                      osg::SFUInt8::getClassType().getContentType().getId(),
+                                      osg::SFInt16::getClassType().getContentType().getId(),
+                                      osg::SFUInt16::getClassType().getContentType().getId(),
+                                      osg::SFInt32::getClassType().getContentType().getId(),
+                                      osg::SFUInt32::getClassType().getContentType().getId(),
+                                      osg::SFInt64::getClassType().getContentType().getId(),
+                                      osg::SFUInt64::getClassType().getContentType().getId()};
+    const osg::UInt32 id = field->getContentType().getId();
+    return std::find(std::begin(ids), std::end(ids), id) != std::end(ids);
 }
 
 // Angles are stored in radians and animated in degrees for these fields.
@@ -250,6 +272,30 @@ osg::NodePtr nodeOf(osg::UInt64 containerWord)
         osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(containerWord)));
 }
 
+// The parts of a camera's view that the host applies as a whole when the camera is its viewpoint.
+bool isViewAttribute(const std::string& attribute)
+{
+    return attribute == "from" || attribute == "at" || attribute == "up" || attribute == "roll";
+}
+
+// One component of the host's current view.
+float hostViewComponent(const std::string& attribute, osg::UInt32 valuePos)
+{
+    zeAnimationManager* manager = zeAnimationManager::the();
+    if (attribute == "roll") {
+        float roll = 0.0f;
+        manager->getRoll(roll);
+        return roll;
+    }
+    if (valuePos > 2)
+        return 0.0f;
+    osg::Pnt3f from;
+    osg::Pnt3f at;
+    osg::Vec3f up;
+    manager->getFromAtUp(from, at, up);
+    return attribute == "at" ? at[valuePos] : attribute == "up" ? up[valuePos] : from[valuePos];
+}
+
 bool rotationIndex(const std::string& attribute, osg::UInt32& index)
 {
     if (attribute == "rotationX")
@@ -273,21 +319,32 @@ float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
         osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
     if (container == osg::NullFC)
         return 0.0f;
-    if (osg::Field* sceneField = container->getField(field->name.c_str())) {
+    std::string name = field->name;
+    osg::Field* sceneField = container->getField(name.c_str());
+    osg::CameraSettingPtr viewCamera = osg::CameraSettingPtr::dcast(container);
+    if (!sceneField && viewCamera != osg::NullFC && isViewAttribute(field->attribute)) {
+        // The viewpoint's view is the host's; any other camera keeps its view in its own fields.
+        if (viewCamera->getIsViewpoint())
+            return hostViewComponent(field->attribute, field->valuePos);
+        name = field->attribute;
+        sceneField = container->getField(name.c_str());
+    }
+    if (sceneField) {
         const ContentKind kind = contentKind(sceneField);
         if (kind == KindReal64)
-            return toAnimation(field->name, static_cast<osg::SFReal64*>(sceneField)->getValue());
+            return toAnimation(name, static_cast<osg::SFReal64*>(sceneField)->getValue());
         if (kind != KindOther) {
-            if (field->valuePos >= componentCount(kind))
+            const osg::UInt32 index = componentIndex(kind, field->valuePos);
+            if (index >= componentCount(kind))
                 return 0.0f;
-            return toAnimation(field->name, *floatComponent(sceneField, kind, field->valuePos));
+            return toAnimation(name, *floatComponent(sceneField, kind, index));
         }
         std::string text;
         sceneField->getValueByStr(text);
         const std::vector<float> values = stringValues(text);
         if (field->valuePos >= values.size())
             return 0.0f;
-        return toAnimation(field->name, values[field->valuePos]);
+        return toAnimation(name, values[field->valuePos]);
     }
     if (osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container)) {
         const std::string& a = field->attribute;
@@ -335,7 +392,8 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     if (container == osg::NullFC)
         return false;
     const std::string& attribute = field->attribute;
-    osg::Field* sceneField = container->getField(field->name.c_str());
+    std::string name = field->name;
+    osg::Field* sceneField = container->getField(name.c_str());
     osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
 
     if (camera != osg::NullFC && !sceneField && camera->getIsViewpoint() &&
@@ -364,6 +422,12 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         *target = field->value;
         manager->setFromAtUp(from, at, up);
         return true;
+    }
+
+    if (camera != osg::NullFC && !sceneField && isViewAttribute(attribute)) {
+        // A camera that is not the viewpoint keeps its view in its own fields.
+        name = attribute;
+        sceneField = container->getField(name.c_str());
     }
 
     if (camera != osg::NullFC && !sceneField) {
@@ -416,25 +480,26 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     }
 
     const ContentKind kind = contentKind(sceneField);
-    const float sceneValue = toScene(field->name, field->value);
+    const float sceneValue = toScene(name, field->value);
     if (kind == KindReal64) {
         osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
         const double wanted = static_cast<double>(sceneValue);
         if (real->getValue() == wanted)
             return true;
-        const osg::BitVector mask = fieldMask(container, field->name);
+        const osg::BitVector mask = fieldMask(container, name);
         osg::beginEditCP(container, mask, 1);
         real->setValue(wanted);
         osg::endEditCP(container, mask, 1);
         return true;
     }
     if (kind != KindOther) {
-        if (field->valuePos >= componentCount(kind))
+        const osg::UInt32 index = componentIndex(kind, field->valuePos);
+        if (index >= componentCount(kind))
             return false;
-        float* component = floatComponent(sceneField, kind, field->valuePos);
+        float* component = floatComponent(sceneField, kind, index);
         if (sameValue(*component, sceneValue))
             return true;
-        const osg::BitVector mask = fieldMask(container, field->name);
+        const osg::BitVector mask = fieldMask(container, name);
         osg::beginEditCP(container, mask, 1);
         *component = sceneValue;
         osg::endEditCP(container, mask, 1);
@@ -446,12 +511,17 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     std::vector<float> values = stringValues(text);
     if (field->valuePos >= values.size())
         return false;
-    if (sameValue(values[field->valuePos], sceneValue))
+    // Compare with what the field will really hold: a boolean or integer field keeps only the
+    // rounded value, and a float that rounds to the current value must not notify a change.
+    const float held = isBool                        ? (floatToBool(sceneValue) ? 1.0f : 0.0f)
+                       : isIntegralField(sceneField) ? snap(sceneValue)
+                                                     : sceneValue;
+    if (sameValue(values[field->valuePos], held))
         return true;
-    values[field->valuePos] = sceneValue;
+    values[field->valuePos] = held;
     const std::string written =
         isBool ? std::string(floatToBool(sceneValue) ? "TRUE" : "FALSE") : zeString::createStringFromValues(values);
-    const osg::BitVector mask = fieldMask(container, field->name);
+    const osg::BitVector mask = fieldMask(container, name);
     osg::beginEditCP(container, mask, 1);
     sceneField->pushValueByStr(written.c_str());
     osg::endEditCP(container, mask, 1);

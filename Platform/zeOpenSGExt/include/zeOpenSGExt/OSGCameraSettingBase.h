@@ -13,7 +13,8 @@ class CameraSetting;
 
 // Camera settings of the host, kept as a core on the camera's node: eye point "from", target "at",
 // "up" vector, roll (degrees), lens fStop and focalLength (mm), eye height, distance, turntable
-// angle (degrees); isViewpoint marks the settings that drive the main view.
+// angle (degrees); isViewpoint marks the settings that drive the main view; fieldOfView is the
+// vertical opening angle of the lens in radians (default pi/4).
 class OSG_ZEOPENSGEXT_DLLMAPPING CameraSettingBase : public NodeCore
 {
 public:
@@ -32,7 +33,8 @@ public:
         FocalLengthFieldId = DistanceFieldId + 1,
         TurnTableAngleFieldId = FocalLengthFieldId + 1,
         IsViewpointFieldId = TurnTableAngleFieldId + 1,
-        NextFieldId = IsViewpointFieldId + 1
+        FieldOfViewFieldId = IsViewpointFieldId + 1,
+        NextFieldId = FieldOfViewFieldId + 1
     };
     static constexpr BitVector FromFieldMask = TypeTraits<BitVector>::One << FromFieldId;
     static constexpr BitVector AtFieldMask = TypeTraits<BitVector>::One << AtFieldId;
@@ -44,6 +46,7 @@ public:
     static constexpr BitVector FocalLengthFieldMask = TypeTraits<BitVector>::One << FocalLengthFieldId;
     static constexpr BitVector TurnTableAngleFieldMask = TypeTraits<BitVector>::One << TurnTableAngleFieldId;
     static constexpr BitVector IsViewpointFieldMask = TypeTraits<BitVector>::One << IsViewpointFieldId;
+    static constexpr BitVector FieldOfViewFieldMask = TypeTraits<BitVector>::One << FieldOfViewFieldId;
 
     OSG_FC_TYPE_FUNCTIONS_DECL
     OSG_FC_CREATE_FUNCTIONS_DECL(CameraSettingPtr)
@@ -58,6 +61,7 @@ public:
     OSG_SFIELD_ACCESSORS(SFReal32, Real32, FocalLength)
     OSG_SFIELD_ACCESSORS(SFReal32, Real32, TurnTableAngle)
     OSG_SFIELD_ACCESSORS(SFBool, bool, IsViewpoint)
+    OSG_SFIELD_ACCESSORS(SFReal32, Real32, FieldOfView)
 
 protected:
     CameraSettingBase();

@@ -1,0 +1,1040 @@
+// Scene binding: animation fields of every core type read and written against the scene (checked
+// through the scene's own API), container resolution, animation attachments and the manager's
+// scene synchronisation.
+#include "AnimationTestSupport.h"
+
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationStrip.h>
+#include <zeAnimation/zeAnimationUnit.h>
+#include <zeAnimation/zeAnimationUtils.h>
+
+#include <OpenSG/OSGChangeRecord.h>
+#include <OpenSG/OSGComponentTransform.h>
+#include <OpenSG/OSGDirectionalLight.h>
+#include <OpenSG/OSGFieldContainerFactory.h>
+#include <OpenSG/OSGGeometry.h>
+#include <OpenSG/OSGGroup.h>
+#include <OpenSG/OSGMaterialGroup.h>
+#include <OpenSG/OSGPointLight.h>
+#include <OpenSG/OSGSFBaseTypes.h>
+#include <OpenSG/OSGSFSysTypes.h>
+#include <OpenSG/OSGSFVecTypes.h>
+#include <OpenSG/OSGSimpleMaterial.h>
+#include <OpenSG/OSGSpotLight.h>
+#include <OpenSG/OSGSwitch.h>
+#include <OpenSG/OSGTransform.h>
+#include <zeOpenSGExt/OSGAnimationAttachment.h>
+#include <zeOpenSGExt/OSGAnimationCurve.h>
+#include <zeOpenSGExt/OSGCameraSetting.h>
+#include <zeOpenSGExt/OSGTransform3D.h>
+#include <zeOpenSGExt/OSGTransformAttachment.h>
+#include <zeOpenSGUtils/zeNodeUtils.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <set>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+namespace osg {
+
+class ZeTestImpostorCore;
+typedef FCPtr<NodeCorePtr, ZeTestImpostorCore> ZeTestImpostorCorePtr;
+
+// A core that claims the Transform group without being a transform, with the field kinds that no
+// platform core has: an angle named "rotate...", a double and a two-component vector.
+class ZeTestImpostorCore : public NodeCore
+{
+public:
+    typedef NodeCore Inherited;
+    enum
+    {
+        RotateAngleFieldId = Inherited::NextFieldId,
+        WeightFieldId = RotateAngleFieldId + 1,
+        OffsetFieldId = WeightFieldId + 1,
+        NextFieldId = OffsetFieldId + 1
+    };
+    static constexpr BitVector RotateAngleFieldMask = TypeTraits<BitVector>::One << RotateAngleFieldId;
+    static constexpr BitVector WeightFieldMask = TypeTraits<BitVector>::One << WeightFieldId;
+    static constexpr BitVector OffsetFieldMask = TypeTraits<BitVector>::One << OffsetFieldId;
+
+    OSG_FC_TYPE_FUNCTIONS_DECL
+    OSG_FC_CREATE_FUNCTIONS_DECL(ZeTestImpostorCorePtr)
+    OSG_SFIELD_ACCESSORS(SFReal32, Real32, RotateAngle)
+    OSG_SFIELD_ACCESSORS(SFReal64, Real64, Weight)
+    OSG_SFIELD_ACCESSORS(SFVec2f, Vec2f, Offset)
+
+protected:
+    ZeTestImpostorCore() = default;
+    ZeTestImpostorCore(const ZeTestImpostorCore& source) = default;
+    ~ZeTestImpostorCore() override = default;
+};
+
+OSG_FC_CREATE_FUNCTIONS_IMPL(ZeTestImpostorCore, ZeTestImpostorCore, ZeTestImpostorCorePtr)
+
+FieldContainerType& ZeTestImpostorCore::getClassType()
+{
+    static FieldContainerType type(
+        "ZeTestImpostorCore", &NodeCore::getClassType(), "Transform", &osgCreateZeTestImpostorCore,
+        {OSG_SFIELD_DESC(ZeTestImpostorCore, SFReal32, "rotateAngle", RotateAngle, false),
+         OSG_SFIELD_DESC(ZeTestImpostorCore, SFReal64, "weight", Weight, false),
+         OSG_SFIELD_DESC(ZeTestImpostorCore, SFVec2f, "offset", Offset, false)});
+    return type;
+}
+OSG_FC_TYPE_FUNCTIONS_IMPL(ZeTestImpostorCore)
+
+} // namespace osg
+
+namespace {
+
+using osg::NodePtr;
+using osg::NullFC;
+
+// Stand-in for the host's active camera, reached only through the manager's callbacks.
+struct HostCamera
+{
+    static osg::Pnt3f from;
+    static osg::Pnt3f at;
+    static osg::Vec3f up;
+    static float roll;
+    static int viewCalls;
+    static int rollCalls;
+    static int camera;
+
+    static void setView(int cam, const osg::Pnt3f& f, const osg::Pnt3f& a, const osg::Vec3f& u)
+    {
+        camera = cam;
+        from = f;
+        at = a;
+        up = u;
+        ++viewCalls;
+    }
+    static void getView(int cam, osg::Pnt3f& f, osg::Pnt3f& a, osg::Vec3f& u)
+    {
+        camera = cam;
+        f = from;
+        a = at;
+        u = up;
+    }
+    static void setRoll(int cam, const float& r)
+    {
+        camera = cam;
+        roll = r;
+        ++rollCalls;
+    }
+    static float getRoll(int) { return roll; }
+};
+osg::Pnt3f HostCamera::from;
+osg::Pnt3f HostCamera::at;
+osg::Vec3f HostCamera::up;
+float HostCamera::roll = 0.0f;
+int HostCamera::viewCalls = 0;
+int HostCamera::rollCalls = 0;
+int HostCamera::camera = 0;
+
+osg::UInt32 idOf(const osg::FieldContainerPtr& container)
+{
+    return osg::getContainerId(container);
+}
+
+class SceneBindingTest : public AnimationTest
+{
+protected:
+    NodePtr root, group, geometryInGroup, transform, geometryInTransform, componentTransform, transform3D,
+        transform3DB, materialGroup, bareMaterialGroup, switchNode, pointLight, spotLight, directionalLight,
+        camera, plainCamera, impostor;
+    osg::SimpleMaterialPtr material;
+
+    static NodePtr add(const osg::NodeCorePtr& core, const NodePtr& parent)
+    {
+        NodePtr node = osg::Node::create();
+        node->setCore(core);
+        if (parent != NullFC)
+            parent->addChild(node);
+        return node;
+    }
+
+    void SetUp() override
+    {
+        AnimationTest::SetUp();
+        root = add(osg::Group::create(), NullFC);
+        osg::addRefCP(root);
+        group = add(osg::Group::create(), root);
+        geometryInGroup = add(osg::Geometry::create(), group);
+        transform = add(osg::Transform::create(), root);
+        geometryInTransform = add(osg::Geometry::create(), transform);
+        componentTransform = add(osg::ComponentTransform::create(), root);
+        transform3D = add(osg::Transform3D::create(), root);
+        zeNodeUtils::setTransformNodeRotation(transform3D, 10.0f, 20.0f, 30.0f, 0);
+        transform3DB = add(osg::Transform3D::create(), root);
+        material = osg::SimpleMaterial::create();
+        material->setDiffuse(osg::Color3f(0.1f, 0.2f, 0.3f));
+        osg::MaterialGroupPtr materialCore = osg::MaterialGroup::create();
+        materialCore->setMaterial(material);
+        materialGroup = add(materialCore, root);
+        bareMaterialGroup = add(osg::MaterialGroup::create(), root);
+        switchNode = add(osg::Switch::create(), root);
+        pointLight = add(osg::PointLight::create(), root);
+        spotLight = add(osg::SpotLight::create(), root);
+        directionalLight = add(osg::DirectionalLight::create(), root);
+        osg::CameraSettingPtr viewpoint = osg::CameraSetting::create();
+        viewpoint->setIsViewpoint(true);
+        camera = add(viewpoint, root);
+        plainCamera = add(osg::CameraSetting::create(), root);
+        impostor = add(osg::ZeTestImpostorCore::create(), root);
+        zeAnimationManager::setSceneRootNode(root);
+
+        HostCamera::from = osg::Pnt3f(1.0f, 2.0f, 3.0f);
+        HostCamera::at = osg::Pnt3f(0.0f, 0.0f, 0.0f);
+        HostCamera::up = osg::Vec3f(0.0f, 1.0f, 0.0f);
+        HostCamera::roll = 5.0f;
+        HostCamera::viewCalls = HostCamera::rollCalls = HostCamera::camera = 0;
+        zeAnimationManager::setFromAtUpCB(&HostCamera::setView);
+        zeAnimationManager::setGetFromAtUpCB(&HostCamera::getView);
+        zeAnimationManager::setRollCB(&HostCamera::setRoll);
+        zeAnimationManager::setGetRollCB(&HostCamera::getRoll);
+        osg::ChangeRecord::clear();
+    }
+
+    void TearDown() override
+    {
+        AnimationTest::TearDown();
+        zeAnimationManager::setFromAtUpCB(nullptr);
+        zeAnimationManager::setGetFromAtUpCB(nullptr);
+        zeAnimationManager::setRollCB(nullptr);
+        zeAnimationManager::setGetRollCB(nullptr);
+        osg::subRefCP(root);
+    }
+
+    std::vector<NodePtr> allNodes() const
+    {
+        return {root,
+                group,
+                geometryInGroup,
+                transform,
+                geometryInTransform,
+                componentTransform,
+                transform3D,
+                transform3DB,
+                materialGroup,
+                bareMaterialGroup,
+                switchNode,
+                pointLight,
+                spotLight,
+                directionalLight,
+                camera,
+                plainCamera,
+                impostor};
+    }
+
+    std::set<std::string> attributesOf(const NodePtr& node)
+    {
+        std::set<std::string> attributes;
+        for (zeAnimationField* field : manager->createAnimationFields(node))
+            attributes.insert(field->attribute);
+        return attributes;
+    }
+
+    // A field made by hand, as the loader or an older scene would.
+    zeAnimationField* looseField(osg::UInt64 fcID, osg::UInt64 nodeID, const std::string& name,
+                                 const std::string& attribute, osg::UInt32 valuePos = 0)
+    {
+        zeAnimationField* field = manager->createField(0);
+        field->fcID = fcID;
+        field->nodeID = nodeID;
+        field->name = name;
+        field->attribute = attribute;
+        field->valuePos = valuePos;
+        return field;
+    }
+
+    zeAnimationField* viewpointField(const NodePtr& node, const std::string& attribute, osg::UInt32 valuePos)
+    {
+        for (zeAnimationField* field : manager->createAnimationFields(node)) {
+            if (field->name == "viewpoint" && field->attribute == attribute && field->valuePos == valuePos)
+                return field;
+        }
+        return nullptr;
+    }
+
+    static bool write(zeAnimationField* field, float value)
+    {
+        field->value = value;
+        return zeAnimationUtils::setOSGFieldValue(field);
+    }
+
+    // The components of a scene field, read through the field's own text form.
+    static std::vector<float> sceneValues(const osg::FieldContainerPtr& container, const std::string& name)
+    {
+        std::string text;
+        container->getField(name.c_str())->getValueByStr(text);
+        if (text == "TRUE" || text == "FALSE")
+            return std::vector<float>(1, text == "TRUE" ? 1.0f : 0.0f);
+        std::istringstream in(text);
+        std::vector<float> values;
+        float value = 0.0f;
+        while (in >> value)
+            values.push_back(value);
+        return values;
+    }
+
+    static std::vector<osg::UInt64> objectIds(const NodePtr& node)
+    {
+        osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
+        if (attachment == NullFC)
+            return {};
+        return std::vector<osg::UInt64>(attachment->getObjectIds().begin(), attachment->getObjectIds().end());
+    }
+
+    static std::vector<osg::UInt64> fieldIds(const NodePtr& node)
+    {
+        osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
+        if (attachment == NullFC)
+            return {};
+        return std::vector<osg::UInt64>(attachment->getFieldIds().begin(), attachment->getFieldIds().end());
+    }
+};
+
+// ---- Animation fields of every core type --------------------------------------------------------
+
+TEST_F(SceneBindingTest, EachCoreTypeGetsItsAnimatableAttributes)
+{
+    const std::set<std::string> visibleOnly{"visible"};
+    EXPECT_EQ(attributesOf(group), visibleOnly);
+    EXPECT_EQ(attributesOf(geometryInGroup), visibleOnly);
+    EXPECT_EQ(attributesOf(transform), visibleOnly); // a matrix is not animated component-wise
+    EXPECT_EQ(attributesOf(bareMaterialGroup), visibleOnly);
+
+    const std::set<std::string> t3d = attributesOf(transform3D);
+    for (const char* a : {"translationX", "translationY", "translationZ", "scaleX", "scaleY", "scaleZ",
+                          "rotationX", "rotationY", "rotationZ", "visible"})
+        EXPECT_EQ(t3d.count(a), 1u) << a;
+    EXPECT_EQ(manager->getField(transform3D, "rotationY")->fcID, idOf(transform3D));
+    EXPECT_EQ(manager->getField(transform3D, "translationY")->fcID, idOf(transform3D->getCore()));
+
+    const std::set<std::string> ct = attributesOf(componentTransform);
+    for (const char* a : {"centerZ", "translationX", "scaleY"})
+        EXPECT_EQ(ct.count(a), 1u) << a;
+    EXPECT_EQ(ct.count("rotationX"), 0u);
+
+    const std::set<std::string> mg = attributesOf(materialGroup);
+    for (const char* a : {"diffuseR", "diffuseG", "diffuseB", "ambientR", "specularB", "emissionG",
+                          "shininess", "transparency", "lit"})
+        EXPECT_EQ(mg.count(a), 1u) << a;
+    EXPECT_EQ(mg.count("diffuseA"), 0u);
+    EXPECT_EQ(manager->getField(materialGroup, "diffuseG")->fcID, idOf(material));
+
+    EXPECT_EQ(attributesOf(switchNode), (std::set<std::string>{"choice", "visible"}));
+    const std::set<std::string> spot = attributesOf(spotLight);
+    for (const char* a :
+         {"ambientA", "diffuseR", "positionZ", "directionY", "spotCutOff", "on", "shadowMode"})
+        EXPECT_EQ(spot.count(a), 1u) << a;
+    EXPECT_EQ(attributesOf(directionalLight).count("directionX"), 1u);
+    EXPECT_EQ(attributesOf(pointLight).count("positionX"), 1u);
+
+    const std::set<std::string> cam = attributesOf(camera);
+    for (const char* a :
+         {"fromX", "atY", "upZ", "fStop", "distance", "fieldOfView", "from", "at", "up", "roll"})
+        EXPECT_EQ(cam.count(a), 1u) << a;
+    zeAnimationField* fov = manager->getField(camera, "fieldOfView");
+    ASSERT_NE(fov, nullptr);
+    EXPECT_EQ(fov->name, "fieldOfView");
+    EXPECT_EQ(fov->fcID, idOf(camera->getCore()));
+
+    // Each (attribute, component) names one field per node, so lookups and rebinding agree.
+    for (const NodePtr& node : allNodes()) {
+        std::set<std::pair<std::string, osg::UInt32>> keys;
+        for (zeAnimationField* field : manager->createAnimationFields(node)) {
+            EXPECT_TRUE(keys.insert(std::make_pair(field->attribute, field->valuePos)).second)
+                << field->attribute << " twice on " << node->getCore()->getType().getCName();
+            EXPECT_EQ(field->nodeID, idOf(node));
+        }
+    }
+}
+
+TEST_F(SceneBindingTest, FieldsAreRecordedOnTheNodeAndMadeOnce)
+{
+    const std::vector<zeAnimationField*> fields = manager->createAnimationFields(transform3D);
+    ASSERT_FALSE(fields.empty());
+    std::vector<osg::UInt64> ids;
+    for (zeAnimationField* field : fields)
+        ids.push_back(field->getId());
+    EXPECT_EQ(fieldIds(transform3D), ids);
+    EXPECT_EQ(zeAnimationUtils::getAnimationFields(transform3D), fields);
+
+    const std::size_t count = manager->getFieldCount();
+    EXPECT_EQ(manager->createAnimationFields(transform3D), fields);
+    EXPECT_EQ(manager->getFieldCount(), count);
+    // The initial value is the scene's.
+    EXPECT_FLOAT_EQ(manager->getField(transform3D, "rotationZ")->value, 30.0f);
+
+    const std::vector<std::string>& known = manager->getAnimationAttributes();
+    for (const char* a : {"translationX", "rotationZ", "visible"})
+        EXPECT_NE(std::find(known.begin(), known.end(), a), known.end()) << a;
+    EXPECT_TRUE(manager->createAnimationFields(NodePtr()).empty());
+}
+
+TEST_F(SceneBindingTest, EveryComponentOfEveryFieldIsWrittenIntoTheScene)
+{
+    int written = 0;
+    for (const NodePtr& node : allNodes()) {
+        for (zeAnimationField* field : manager->createAnimationFields(node)) {
+            osg::FieldContainerPtr container =
+                osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
+            ASSERT_NE(container, NullFC) << field->attribute;
+            osg::Field* sceneField = container->getField(field->name.c_str());
+            if (!sceneField)
+                continue; // node, rotation and viewpoint properties are tested on their own
+            const std::vector<float> before = sceneValues(container, field->name);
+            ASSERT_LT(field->valuePos, before.size()) << field->attribute;
+            const float current = before[field->valuePos];
+            const osg::UInt32 content = sceneField->getContentType().getId();
+            const bool isBool = content == osg::SFBool::getClassType().getContentType().getId();
+            const bool isIntegral = content == osg::SFInt32::getClassType().getContentType().getId() ||
+                                    content == osg::SFUInt32::getClassType().getContentType().getId();
+            float value = current + 1.25f + 0.5f * static_cast<float>(written % 7);
+            float stored = value;
+            if (isBool) {
+                value = stored = current > 0.5f ? 0.0f : 1.0f;
+            } else if (isIntegral) {
+                value = stored = current + 2.0f;
+            } else if (field->name == "fieldOfView" || field->name.find("rotate") != std::string::npos) {
+                value = 30.0f + static_cast<float>(written % 7);
+                stored = value * 2.0f * 3.1415927f / 360.0f;
+            }
+            ASSERT_TRUE(write(field, value)) << field->attribute;
+            ++written;
+
+            std::vector<float> expected = before;
+            expected[field->valuePos] = stored;
+            const std::vector<float> after = sceneValues(container, field->name);
+            ASSERT_EQ(after.size(), expected.size()) << field->attribute;
+            for (std::size_t i = 0; i < after.size(); ++i)
+                EXPECT_NEAR(after[i], expected[i], 1e-5f * std::max(1.0f, std::fabs(expected[i])))
+                    << field->attribute << " component " << i;
+            EXPECT_NEAR(zeAnimationUtils::getOSGFieldValue(field), value, 1e-4f) << field->attribute;
+        }
+    }
+    EXPECT_GT(written, 60);
+}
+
+TEST_F(SceneBindingTest, AnglesAreAnimatedInDegrees)
+{
+    osg::CameraSettingPtr core = osg::CameraSettingPtr::dcast(camera->getCore());
+    core->setFieldOfView(1.5707964f);
+    zeAnimationField* fov = manager->getField(camera, "fieldOfView");
+    EXPECT_NEAR(zeAnimationUtils::getOSGFieldValue(fov), 90.0f, 1e-4f);
+    EXPECT_TRUE(write(fov, 180.0f));
+    EXPECT_NEAR(core->getFieldOfView(), 3.1415927f, 1e-6f);
+
+    // Any field whose name contains "rotate" holds radians; other floats are passed through.
+    osg::ZeTestImpostorCorePtr other = osg::ZeTestImpostorCorePtr::dcast(impostor->getCore());
+    other->setRotateAngle(1.5707964f);
+    zeAnimationField* angle = looseField(idOf(other), idOf(impostor), "rotateAngle", "rotateAngle");
+    EXPECT_NEAR(zeAnimationUtils::getOSGFieldValue(angle), 90.0f, 1e-4f);
+    EXPECT_TRUE(write(angle, 180.0f));
+    EXPECT_NEAR(other->getRotateAngle(), 3.1415927f, 1e-6f);
+    zeAnimationField* stop = manager->getField(camera, "fStop");
+    EXPECT_TRUE(write(stop, 180.0f));
+    EXPECT_FLOAT_EQ(core->getFStop(), 180.0f);
+}
+
+TEST_F(SceneBindingTest, DoublesAndScalarsIgnoreTheComponentIndex)
+{
+    osg::ZeTestImpostorCorePtr core = osg::ZeTestImpostorCorePtr::dcast(impostor->getCore());
+    zeAnimationField* weight = looseField(idOf(core), idOf(impostor), "weight", "weight", 3);
+    EXPECT_TRUE(write(weight, 2.5f));
+    EXPECT_DOUBLE_EQ(core->getWeight(), 2.5);
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(weight), 2.5f);
+
+    osg::CameraSettingPtr cam = osg::CameraSettingPtr::dcast(camera->getCore());
+    zeAnimationField* stop = looseField(idOf(cam), idOf(camera), "fStop", "fStop", 2);
+    EXPECT_TRUE(write(stop, 4.0f));
+    EXPECT_FLOAT_EQ(cam->getFStop(), 4.0f);
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(stop), 4.0f);
+}
+
+TEST_F(SceneBindingTest, ViewpointGoesThroughTheHostCamera)
+{
+    osg::CameraSettingPtr core = osg::CameraSettingPtr::dcast(camera->getCore());
+    const osg::Pnt3f coreAt = core->getAt();
+    zeAnimationField* atY = viewpointField(camera, "at", 1);
+    ASSERT_NE(atY, nullptr);
+    EXPECT_TRUE(write(atY, 7.0f));
+    EXPECT_EQ(HostCamera::viewCalls, 1);
+    EXPECT_EQ(HostCamera::camera, -1);
+    EXPECT_EQ(HostCamera::at, osg::Pnt3f(0.0f, 7.0f, 0.0f));
+    EXPECT_EQ(HostCamera::from, osg::Pnt3f(1.0f, 2.0f, 3.0f));
+    EXPECT_EQ(HostCamera::up, osg::Vec3f(0.0f, 1.0f, 0.0f));
+    EXPECT_EQ(core->getAt(), coreAt); // the view is the host's, not the core's fields
+    EXPECT_TRUE(write(atY, 7.0f));
+    EXPECT_EQ(HostCamera::viewCalls, 1);
+
+    zeAnimationField* fromZ = viewpointField(camera, "from", 2);
+    EXPECT_TRUE(write(fromZ, -4.0f));
+    EXPECT_EQ(HostCamera::from, osg::Pnt3f(1.0f, 2.0f, -4.0f));
+    EXPECT_EQ(HostCamera::at, osg::Pnt3f(0.0f, 7.0f, 0.0f));
+    zeAnimationField* upX = viewpointField(camera, "up", 0);
+    EXPECT_TRUE(write(upX, 0.5f));
+    EXPECT_EQ(HostCamera::up, osg::Vec3f(0.5f, 1.0f, 0.0f));
+    EXPECT_EQ(HostCamera::viewCalls, 3);
+
+    zeAnimationField* roll = viewpointField(camera, "roll", 0);
+    ASSERT_NE(roll, nullptr);
+    EXPECT_TRUE(write(roll, 15.0f));
+    EXPECT_FLOAT_EQ(HostCamera::roll, 15.0f);
+    EXPECT_TRUE(write(roll, 15.0f));
+    EXPECT_EQ(HostCamera::rollCalls, 1);
+    EXPECT_EQ(HostCamera::viewCalls, 3);
+    EXPECT_EQ(manager->getField(camera, "roll"), roll);
+
+    // Reading gives the host's view too.
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(atY), 7.0f);
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(fromZ), -4.0f);
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(roll), 15.0f);
+}
+
+TEST_F(SceneBindingTest, ACameraThatIsNotTheViewpointKeepsItsViewInItsFields)
+{
+    osg::CameraSettingPtr core = osg::CameraSettingPtr::dcast(plainCamera->getCore());
+    zeAnimationField* atZ = viewpointField(plainCamera, "at", 2);
+    zeAnimationField* roll = viewpointField(plainCamera, "roll", 0);
+    ASSERT_NE(atZ, nullptr);
+    ASSERT_NE(roll, nullptr);
+    EXPECT_TRUE(write(atZ, 6.0f));
+    EXPECT_EQ(core->getAt(), osg::Pnt3f(0.0f, 0.0f, 6.0f));
+    EXPECT_TRUE(write(roll, 20.0f));
+    EXPECT_FLOAT_EQ(core->getRoll(), 20.0f);
+    EXPECT_EQ(HostCamera::viewCalls + HostCamera::rollCalls, 0);
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(atZ), 6.0f);
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(roll), 20.0f);
+    osg::ChangeRecord::clear();
+    EXPECT_TRUE(write(roll, 20.0f));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(core)), 0u);
+}
+
+TEST_F(SceneBindingTest, CameraPropertiesWithoutAFieldOfThatNameUseTheSetters)
+{
+    osg::CameraSettingPtr core = osg::CameraSettingPtr::dcast(plainCamera->getCore());
+    typedef osg::Real32& (osg::CameraSetting::*Getter)();
+    const std::pair<const char*, Getter> properties[] = {
+        {"fStop", &osg::CameraSetting::getFStop},
+        {"height", &osg::CameraSetting::getHeight},
+        {"distance", &osg::CameraSetting::getDistance},
+        {"focalLength", &osg::CameraSetting::getFocalLength},
+        {"turnTableAngle", &osg::CameraSetting::getTurnTableAngle}};
+    float value = 3.0f;
+    for (const auto& property : properties) {
+        zeAnimationField* field = looseField(idOf(core), idOf(plainCamera), "lens", property.first);
+        EXPECT_TRUE(write(field, value)) << property.first;
+        EXPECT_FLOAT_EQ((core.getCPtr()->*property.second)(), value) << property.first;
+        EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(field), value) << property.first;
+        value += 1.5f;
+    }
+    zeAnimationField* unknown = looseField(idOf(core), idOf(plainCamera), "lens", "aperture");
+    EXPECT_FALSE(write(unknown, 1.0f));
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(unknown), 0.0f);
+}
+
+TEST_F(SceneBindingTest, NodeRotationAndVisibility)
+{
+    zeAnimationField* rotationY = manager->getField(transform3D, "rotationY");
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(rotationY), 20.0f);
+    EXPECT_TRUE(write(rotationY, 45.0f));
+    osg::TransformAttachmentPtr attachment = osg::TransformAttachmentPtr::dcast(
+        transform3D->findAttachment(osg::TransformAttachment::getClassType().getGroupId()));
+    ASSERT_NE(attachment, NullFC);
+    EXPECT_EQ(attachment->getRotationAngles(), osg::Vec3f(10.0f, 45.0f, 30.0f));
+    osg::ChangeRecord::clear();
+    EXPECT_TRUE(write(rotationY, 45.0f));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(attachment)), 0u);
+
+    // A node without a transform attachment reads 0 and gets one on the first write.
+    zeAnimationField* groupRotation = looseField(idOf(group), idOf(group), "rotationZ", "rotationZ");
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(groupRotation), 0.0f);
+    EXPECT_TRUE(write(groupRotation, 12.0f));
+    ASSERT_NE(zeNodeUtils::getTransformAttachment(group), NullFC);
+    EXPECT_EQ(zeNodeUtils::getTransformAttachment(group)->getRotationAngles(), osg::Vec3f(0.0f, 0.0f, 12.0f));
+
+    zeAnimationField* visible = manager->getField(geometryInGroup, "visible");
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(visible), 1.0f);
+    EXPECT_TRUE(write(visible, 0.49f));
+    EXPECT_FALSE(geometryInGroup->getActive());
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(visible), 0.0f);
+    EXPECT_TRUE(write(visible, 0.5f));
+    EXPECT_TRUE(geometryInGroup->getActive());
+    osg::ChangeRecord::clear();
+    EXPECT_TRUE(write(visible, 3.0f));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(geometryInGroup)), 0u);
+}
+
+TEST_F(SceneBindingTest, FloatsBecomeIntegersAndBooleansRoundingHalfAway)
+{
+    EXPECT_TRUE(zeAnimationUtils::floatToBool(0.5f));
+    EXPECT_FALSE(zeAnimationUtils::floatToBool(0.49f));
+    EXPECT_FALSE(zeAnimationUtils::floatToBool(-3.0f));
+    EXPECT_EQ(zeAnimationUtils::floatToInt(-1.5f), static_cast<osg::UInt32>(-2));
+    EXPECT_EQ(zeAnimationUtils::floatToInt(2.5f), 3u);
+    EXPECT_EQ(zeAnimationUtils::floatToInt(2.49f), 2u);
+}
+
+TEST_F(SceneBindingTest, IntegersAndBooleansGoThroughTheTextForm)
+{
+    osg::SwitchPtr choice = osg::SwitchPtr::dcast(switchNode->getCore());
+    zeAnimationField* field = manager->getField(switchNode, "choice");
+    EXPECT_TRUE(write(field, 2.0f));
+    EXPECT_EQ(choice->getChoice(), 2);
+    EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(field), 2.0f);
+    EXPECT_TRUE(write(field, -1.0f));
+    EXPECT_EQ(choice->getChoice(), -1);
+    EXPECT_TRUE(write(field, 1.6f));
+    EXPECT_EQ(choice->getChoice(), 2);
+    // A value that rounds to what the scene holds changes nothing.
+    osg::ChangeRecord::clear();
+    EXPECT_TRUE(write(field, 2.3f));
+    EXPECT_EQ(choice->getChoice(), 2);
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(choice)), 0u);
+
+    osg::LightPtr light = osg::LightPtr::dcast(pointLight->getCore());
+    zeAnimationField* on = manager->getField(pointLight, "on");
+    EXPECT_TRUE(write(on, 0.0f));
+    EXPECT_FALSE(light->getOn());
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(on), 0.0f);
+    EXPECT_TRUE(write(on, 0.7f));
+    EXPECT_TRUE(light->getOn());
+    osg::ChangeRecord::clear();
+    EXPECT_TRUE(write(on, 0.9f));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(light)), 0u);
+}
+
+TEST_F(SceneBindingTest, AnUnchangedValueCausesNoChangeNotification)
+{
+    zeAnimationField* diffuseG = manager->getField(materialGroup, "diffuseG");
+    EXPECT_TRUE(write(diffuseG, 0.5f));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(material), osg::SimpleMaterial::DiffuseFieldMask), 1u);
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(material)), 1u); // edited with the field's own mask only
+    EXPECT_TRUE(write(diffuseG, 0.5f));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(material)), 1u);
+    EXPECT_FLOAT_EQ(material->getDiffuse()[1], 0.5f);
+
+    // NaN never equals itself, so it is always written.
+    EXPECT_TRUE(write(diffuseG, std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_TRUE(write(diffuseG, std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(material)), 3u);
+}
+
+TEST_F(SceneBindingTest, FailuresAreSilent)
+{
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(nullptr), 0.0f);
+    EXPECT_FALSE(zeAnimationUtils::setOSGFieldValue(nullptr));
+
+    zeAnimationField* missing = looseField(987654321u, idOf(group), "translation", "translationX");
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(missing), 0.0f);
+    EXPECT_FALSE(write(missing, 1.0f));
+
+    osg::ZeTestImpostorCorePtr core = osg::ZeTestImpostorCorePtr::dcast(impostor->getCore());
+    core->setOffset(osg::Vec2f(3.0f, 4.0f));
+    zeAnimationField* offset = looseField(idOf(core), idOf(impostor), "offset", "offsetZ", 2);
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(offset), 0.0f);
+    EXPECT_FALSE(write(offset, 9.0f));
+    EXPECT_EQ(core->getOffset(), osg::Vec2f(3.0f, 4.0f));
+    offset->valuePos = 1;
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(offset), 4.0f);
+
+    zeAnimationField* choice =
+        looseField(idOf(switchNode->getCore()), idOf(switchNode), "choice", "choice", 1);
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(choice), 0.0f);
+    EXPECT_FALSE(write(choice, 1.0f));
+
+    // A node property whose container word does not name a node.
+    zeAnimationField* notNode = looseField(idOf(group->getCore()), idOf(material), "visible", "visible");
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(notNode), 0.0f);
+    EXPECT_FALSE(write(notNode, 0.0f));
+    zeAnimationField* unknown = looseField(idOf(group), idOf(group), "visible", "glow");
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(unknown), 0.0f);
+    EXPECT_FALSE(write(unknown, 1.0f));
+    EXPECT_TRUE(group->getActive());
+}
+
+// ---- Field container resolution -----------------------------------------------------------------
+
+TEST_F(SceneBindingTest, CoreTypeIdResolvesTheContainerThatHoldsTheValue)
+{
+    const osg::UInt64 untouched = 4242;
+    auto resolve = [&](const NodePtr& node, const std::string& attribute) {
+        zeAnimationField* field =
+            looseField(untouched, node != NullFC ? idOf(node) : 0, attribute, attribute);
+        zeAnimationUtils::computeCoreTypeID(field);
+        return field->fcID;
+    };
+    EXPECT_EQ(resolve(transform3D, "visible"), idOf(transform3D));
+    EXPECT_EQ(resolve(group, "visible"), idOf(group));
+    EXPECT_EQ(resolve(transform3D, "rotationY"), idOf(transform3D));
+    EXPECT_EQ(resolve(transform3D, "translationX"), idOf(transform3D->getCore()));
+    EXPECT_EQ(resolve(transform, "anything"), idOf(transform->getCore()));
+    EXPECT_EQ(resolve(materialGroup, "diffuseR"), idOf(material));
+    EXPECT_EQ(resolve(bareMaterialGroup, "diffuseR"), 0u);
+    for (const NodePtr& node : {spotLight, pointLight, directionalLight, camera, switchNode})
+        EXPECT_EQ(resolve(node, "x"), idOf(node->getCore())) << node->getCore()->getType().getCName();
+    // Group membership decides first: a transform of another group is not resolved, and a core
+    // of the Transform group that is no transform resolves to nothing.
+    EXPECT_EQ(resolve(componentTransform, "translationX"), untouched);
+    EXPECT_EQ(resolve(impostor, "rotateAngle"), 0u);
+    EXPECT_EQ(resolve(group, "x"), untouched);
+    EXPECT_EQ(resolve(geometryInTransform, "x"), untouched);
+
+    zeAnimationField* notNode = looseField(untouched, idOf(material), "visible", "visible");
+    zeAnimationUtils::computeCoreTypeID(notNode);
+    EXPECT_EQ(notNode->fcID, untouched);
+    NodePtr coreless = osg::Node::create();
+    root->addChild(coreless);
+    EXPECT_EQ(resolve(coreless, "visible"), untouched);
+    EXPECT_EQ(resolve(NodePtr(), "visible"), untouched);
+    zeAnimationUtils::computeCoreTypeID(nullptr);
+}
+
+// ---- Animation attachments ----------------------------------------------------------------------
+
+TEST_F(SceneBindingTest, AttachmentsAreFoundByGroupCreatedAndRemoved)
+{
+    EXPECT_EQ(zeAnimationUtils::getAnimationAttachment(group), NullFC);
+    EXPECT_EQ(zeAnimationUtils::createAnimationAttachment(NodePtr(), true), NullFC);
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::createAnimationAttachment(group, true);
+    ASSERT_NE(attachment, NullFC);
+    EXPECT_EQ(group->findAttachment(osg::AnimAttachment::getClassType().getGroupId()), attachment);
+    EXPECT_EQ(zeAnimationUtils::getAnimationAttachment(group), attachment);
+    EXPECT_EQ(zeAnimationUtils::createAnimationAttachment(group, true), attachment);
+
+    osg::AnimationAttachmentPtr old = osg::AnimationAttachment::create();
+    group->addAttachment(old);
+    EXPECT_EQ(zeAnimationUtils::getOldAnimationAttachment(group), old);
+    EXPECT_EQ(zeAnimationUtils::getAnimationAttachment(group), attachment);
+    EXPECT_EQ(zeAnimationUtils::getOldAnimationAttachment(transform), NullFC);
+    EXPECT_EQ(zeAnimationUtils::getOldAnimationAttachment(NodePtr()), NullFC);
+
+    EXPECT_TRUE(zeAnimationUtils::removeAnimationAttachment(group));
+    EXPECT_EQ(group->findAttachment(osg::AnimAttachment::getClassType().getGroupId()), NullFC);
+    EXPECT_EQ(zeAnimationUtils::getOldAnimationAttachment(group), old);
+    EXPECT_FALSE(zeAnimationUtils::removeAnimationAttachment(group));
+    EXPECT_FALSE(zeAnimationUtils::removeAnimationAttachment(NodePtr()));
+}
+
+TEST_F(SceneBindingTest, ObjectsAreListedOnceAndABlockReplacesItsCurves)
+{
+    zeAnimationCurve2D* x = manager->createCurve2D(transform3D, "translationX");
+    zeAnimationCurve2D* y = manager->createCurve2D(transform3D, "translationY");
+    zeAnimationCurve2D* loose = manager->createCurve2D(transform3D, "scaleZ");
+    EXPECT_TRUE(zeAnimationUtils::addAnimationObject(transform3D, x));
+    EXPECT_TRUE(zeAnimationUtils::addAnimationObject(transform3D, y));
+    EXPECT_TRUE(zeAnimationUtils::addAnimationObject(transform3D, x));
+    EXPECT_EQ(objectIds(transform3D), (std::vector<osg::UInt64>{x->getId(), y->getId()}));
+
+    zeAnimationUnit* block = manager->createUnit({x, y}, "block", 0, false);
+    EXPECT_TRUE(zeAnimationUtils::addAnimationObject(transform3D, block));
+    EXPECT_EQ(objectIds(transform3D), std::vector<osg::UInt64>{block->getId()});
+
+    EXPECT_FALSE(zeAnimationUtils::subAnimationObject(transform3D, loose));
+    EXPECT_EQ(objectIds(transform3D), std::vector<osg::UInt64>{block->getId()});
+    EXPECT_FALSE(zeAnimationUtils::subAnimationObject(group, block)); // no attachment
+    EXPECT_FALSE(zeAnimationUtils::addAnimationObject(NodePtr(), block));
+    EXPECT_FALSE(zeAnimationUtils::addAnimationObject(transform3D, nullptr));
+
+    // Listed identifiers that no longer resolve are skipped.
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(transform3D);
+    attachment->getObjectIds().push_back(123456789u);
+    EXPECT_TRUE(zeAnimationUtils::addAnimationObject(transform3D, loose));
+    EXPECT_EQ(zeAnimationUtils::getAnimationObjects(transform3D),
+              (std::vector<zeAnimationObject*>{block, loose}));
+    attachment->getFieldIds().push_back(123456789u);
+    EXPECT_EQ(zeAnimationUtils::getAnimationFields(transform3D).size(), fieldIds(transform3D).size() - 1);
+
+    EXPECT_TRUE(zeAnimationUtils::subAnimationObject(transform3D, block));
+    EXPECT_EQ(zeAnimationUtils::getAnimationObjects(transform3D), std::vector<zeAnimationObject*>{loose});
+    EXPECT_TRUE(zeAnimationUtils::getAnimationObjects(group).empty());
+    EXPECT_TRUE(zeAnimationUtils::getAnimationFields(NodePtr()).empty());
+}
+
+TEST_F(SceneBindingTest, AGeometryIsAnimatedThroughTheTransformAboveIt)
+{
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(geometryInTransform), transform);
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(geometryInGroup), geometryInGroup);
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(transform), transform);
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(NodePtr()), NullFC);
+    NodePtr orphan = add(osg::Geometry::create(), NullFC);
+    osg::addRefCP(orphan);
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(orphan), orphan);
+    osg::subRefCP(orphan);
+}
+
+TEST_F(SceneBindingTest, PasteCheckComparesTheAnimatedContainersWithTheTarget)
+{
+    zeAnimationCurve2D* translation = manager->createCurve2D(transform3D, "translationX");
+    zeAnimationCurve2D* rotation = manager->createCurve2D(transform3D, "rotationY");
+    zeAnimationUnit* block = manager->createUnit({translation, rotation}, "block", 0, false);
+    EXPECT_TRUE(zeAnimationUtils::checkPasteTo(transform3DB, block));
+    EXPECT_FALSE(zeAnimationUtils::checkPasteTo(componentTransform, block));
+    // A node's own properties can be pasted onto any node.
+    EXPECT_TRUE(zeAnimationUtils::checkPasteTo(group, rotation));
+    EXPECT_FALSE(zeAnimationUtils::checkPasteTo(group, translation));
+
+    EXPECT_TRUE(zeAnimationUtils::checkPasteTo(group, std::vector<zeAnimationObject*>()));
+    EXPECT_TRUE(
+        zeAnimationUtils::checkPasteTo(transform3DB, std::vector<zeAnimationObject*>{rotation, block}));
+    EXPECT_FALSE(
+        zeAnimationUtils::checkPasteTo(group, std::vector<zeAnimationObject*>{rotation, translation}));
+
+    EXPECT_TRUE(zeAnimationUtils::checkPasteTo(group, manager->createUnit("empty", 0)));
+    EXPECT_FALSE(zeAnimationUtils::checkPasteTo(NodePtr(), block));
+    EXPECT_FALSE(zeAnimationUtils::checkPasteTo(group, nullptr));
+    NodePtr coreless = osg::Node::create();
+    root->addChild(coreless);
+    EXPECT_FALSE(zeAnimationUtils::checkPasteTo(coreless, rotation));
+    zeAnimationCurve2D* unbound = manager->createCurve2D(0);
+    EXPECT_FALSE(zeAnimationUtils::checkPasteTo(transform3DB, unbound));
+    zeAnimationField* gone = looseField(987654321u, idOf(transform3D), "translation", "translationX");
+    unbound->setAnimationField(gone);
+    EXPECT_FALSE(zeAnimationUtils::checkPasteTo(transform3DB, unbound));
+}
+
+TEST_F(SceneBindingTest, PastedObjectsAreRebound)
+{
+    zeAnimationCurve2D* translation = manager->createCurve2D(transform3D, "translationY");
+    zeAnimationCurve2D* rotation = manager->createCurve2D(transform3D, "rotationZ");
+    zeAnimationUnit* block = manager->createUnit({translation, rotation}, "block", 0, false);
+    EXPECT_EQ(block->getParentOSGNode(), transform3D);
+    manager->createAnimationFields(transform3DB);
+    // A later field of the same attribute and component wins; its name is not compared.
+    zeAnimationField* twin =
+        looseField(idOf(transform3DB->getCore()), idOf(transform3DB), "somethingElse", "translationY", 1);
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(transform3DB);
+    attachment->getFieldIds().push_back(twin->getId());
+    translation->setColor(0.0f, 0.0f, 1.0f);
+
+    EXPECT_TRUE(zeAnimationUtils::changeObjectReferenceFields(block, transform3DB));
+    EXPECT_EQ(translation->getAnimationField(), twin);
+    EXPECT_EQ(translation->getColor(), zeAnimationUtils::getDefaultCurveColor(twin));
+    EXPECT_EQ(rotation->getAnimationField(), manager->getField(transform3DB, "rotationZ"));
+    EXPECT_EQ(block->getParentOSGNode(), transform3DB);
+
+    EXPECT_FALSE(zeAnimationUtils::changeObjectReferenceFields(nullptr, transform3DB));
+    EXPECT_FALSE(zeAnimationUtils::changeObjectReferenceFields(block, NodePtr()));
+    // A node without a matching field leaves the curves bound as they were.
+    EXPECT_TRUE(zeAnimationUtils::changeObjectReferenceFields(rotation, materialGroup));
+    EXPECT_EQ(rotation->getAnimationField(), manager->getField(transform3DB, "rotationZ"));
+}
+
+TEST_F(SceneBindingTest, ObjectsSortByBeginAndByEnd)
+{
+    zeAnimationSequence* a = manager->createSequence("a", 0);
+    zeAnimationSequence* b = manager->createSequence("b", 0);
+    zeAnimationSequence* c = manager->createSequence("c", 0);
+    a->setBegin(5.0f);
+    a->setEnd(6.0f);
+    b->setBegin(1.0f);
+    b->setEnd(30.0f);
+    c->setBegin(3.0f);
+    c->setEnd(4.0f);
+    std::vector<zeAnimationObject*> objects{a, b, c};
+    std::sort(objects.begin(), objects.end(), zeAnimationUtils::sortBeginBased);
+    EXPECT_EQ(objects, (std::vector<zeAnimationObject*>{b, c, a}));
+    std::sort(objects.begin(), objects.end(), zeAnimationUtils::sortEndBased);
+    EXPECT_EQ(objects, (std::vector<zeAnimationObject*>{c, a, b}));
+    EXPECT_FALSE(zeAnimationUtils::sortBeginBased(a, a));
+}
+
+// ---- The manager's scene pieces -----------------------------------------------------------------
+
+TEST_F(SceneBindingTest, ManagerFindsFieldsByAttributeAndMakesCurvesOnThem)
+{
+    EXPECT_EQ(manager->getField(NodePtr(), "visible"), nullptr);
+    EXPECT_TRUE(fieldIds(componentTransform).empty());
+    zeAnimationField* translateX = manager->getField(componentTransform, "translateX");
+    ASSERT_NE(translateX, nullptr);
+    EXPECT_FALSE(fieldIds(componentTransform).empty());
+    EXPECT_EQ(translateX->attribute, "translationX");
+    EXPECT_EQ(translateX, manager->getField(componentTransform, "translationX"));
+    EXPECT_EQ(manager->getField(transform3D, "rotateZ"), manager->getField(transform3D, "rotationZ"));
+    EXPECT_EQ(manager->getField(transform3D, "rotateZ")->valuePos, 2u);
+    EXPECT_EQ(manager->getField(transform3D, "translateY")->valuePos, 1u);
+    EXPECT_EQ(manager->getField(transform3D, "shear"), nullptr);
+
+    const std::size_t objects = manager->getObjectCount();
+    zeAnimationCurve2D* curve = manager->createCurve2D(transform3D, "scaleY");
+    ASSERT_NE(curve, nullptr);
+    EXPECT_EQ(curve->getAnimationField(), manager->getField(transform3D, "scaleY"));
+    EXPECT_EQ(curve->getName(), "scaleY");
+    EXPECT_TRUE(objectIds(transform3D).empty());
+    EXPECT_EQ(manager->createCurve2D(transform3D, "bogus"), nullptr);
+    EXPECT_EQ(manager->createCurve2D(NodePtr(), "scaleY"), nullptr);
+    EXPECT_EQ(manager->getObjectCount(), objects + 1);
+}
+
+TEST_F(SceneBindingTest, AttachFormsListAndDestroyingDetaches)
+{
+    zeAnimationCurve2D* x =
+        manager->createCurve2D(manager->getField(transform3D, "translationX"), "x", 0, true);
+    zeAnimationCurve2D* y =
+        manager->createCurve2D(manager->getField(transform3D, "translationY"), "y", 0, true);
+    EXPECT_EQ(objectIds(transform3D), (std::vector<osg::UInt64>{x->getId(), y->getId()}));
+    zeAnimationUnit* block = manager->createUnit({x, y}, "block", 0, true);
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(objectIds(transform3D), std::vector<osg::UInt64>{block->getId()});
+    zeAnimationUnit* copy = manager->duplicateUnit(block, true);
+    zeAnimationUnit* unlisted = manager->duplicateUnit(block, false);
+    EXPECT_EQ(objectIds(transform3D), (std::vector<osg::UInt64>{block->getId(), copy->getId()}));
+    EXPECT_EQ(manager->createUnit(std::vector<zeAnimationCurve2D*>(), "none", 0, true), nullptr);
+
+    manager->destroyUnit(copy);
+    EXPECT_EQ(objectIds(transform3D), std::vector<osg::UInt64>{block->getId()});
+    manager->destroyObject(unlisted);
+    manager->destroyObject(block);
+    EXPECT_TRUE(objectIds(transform3D).empty());
+
+    zeAnimationCurve2D* z =
+        manager->createCurve2D(manager->getField(transform3D, "translationZ"), "z", 0, true);
+    zeAnimationCurve2D* w = manager->createCurve2D(manager->getField(transform3D, "scaleX"), "w", 0, true);
+    manager->destroyCurve2D(z);
+    EXPECT_EQ(objectIds(transform3D), std::vector<osg::UInt64>{w->getId()});
+    manager->destroyObject(w);
+    EXPECT_TRUE(objectIds(transform3D).empty());
+
+    // A field whose node word names no node: the curve is made but listed nowhere.
+    zeAnimationField* stray = looseField(idOf(material), idOf(material), "diffuse", "diffuseR");
+    EXPECT_NE(manager->createCurve2D(stray, "stray", 0, true), nullptr);
+    EXPECT_EQ(manager->createCurve2D(nullptr, "none", 0, true)->getAnimationField(), nullptr);
+}
+
+TEST_F(SceneBindingTest, SetIdCollisionRenumbersAndRewritesSceneAttachments)
+{
+    zeAnimationUnit* listed = manager->createUnit("listed", 0);
+    zeAnimationUnit* loaded = manager->createUnit("loaded", 0);
+    zeAnimationUtils::addAnimationObject(group, listed);
+    zeAnimationUtils::addAnimationObject(transform, listed);
+    const osg::UInt64 taken = listed->getId();
+
+    manager->setID(taken, loaded);
+    const osg::UInt64 fresh = loaded->getId();
+    EXPECT_NE(fresh, taken);
+    EXPECT_EQ(manager->getObject(fresh), loaded);
+    EXPECT_EQ(manager->getObject(taken), listed);
+    EXPECT_EQ(objectIds(group), std::vector<osg::UInt64>{fresh});
+    EXPECT_EQ(objectIds(transform), std::vector<osg::UInt64>{fresh});
+
+    // A free identifier touches no attachment.
+    manager->setID(777u, loaded);
+    EXPECT_EQ(objectIds(group), std::vector<osg::UInt64>{fresh});
+
+    const std::vector<zeAnimationField*> fields = manager->createAnimationFields(group);
+    zeAnimationField* other = manager->createField(0);
+    const osg::UInt64 fieldId = fields.front()->getId();
+    manager->setID(fieldId, other);
+    EXPECT_NE(other->getId(), fieldId);
+    EXPECT_EQ(manager->getField(other->getId()), other);
+    EXPECT_EQ(fieldIds(group), std::vector<osg::UInt64>{other->getId()});
+
+    // Without a scene root the scene is left alone.
+    zeAnimationManager::setSceneRootNode(NullFC);
+    zeAnimationUnit* third = manager->createUnit("third", 0);
+    manager->setID(fresh, third);
+    EXPECT_EQ(objectIds(group), std::vector<osg::UInt64>{fresh});
+}
+
+TEST_F(SceneBindingTest, UnreferencedObjectsAndFieldsAreDestroyed)
+{
+    manager->createAnimationFields(transform3D);
+    const std::vector<osg::UInt64> nodeFields = fieldIds(transform3D);
+    zeAnimationCurve2D* curve = manager->createCurve2D(transform3D, "translationX");
+    zeAnimationUnit* listed = manager->createUnit({curve}, "listed", 0, true);
+    zeAnimationUnit* free = manager->createUnit("free", 0);
+    zeAnimationUnit* hidden = manager->createUnit("hidden", 0);
+    hidden->setHidden(true);
+    zeAnimationStrip* clip = manager->createStrip("clip", 0);
+    const osg::UInt64 freeId = free->getId();
+    const osg::UInt64 listedId = listed->getId();
+    const osg::UInt64 curveId = curve->getId();
+    const osg::UInt64 freeField = manager->createField(0)->getId();
+
+    manager->destroyUnreferencedObjectsAndFields();
+    EXPECT_EQ(manager->getObject(listed->getId()), listed);
+    EXPECT_EQ(manager->getObject(curve->getId()), curve); // kept with its parent
+    EXPECT_EQ(manager->getObject(hidden->getId()), hidden);
+    EXPECT_EQ(manager->getObject(clip->getId()), clip);
+    EXPECT_EQ(manager->getObject(freeId), nullptr);
+    EXPECT_EQ(manager->getField(freeField), nullptr);
+    for (osg::UInt64 id : nodeFields)
+        EXPECT_NE(manager->getField(id), nullptr);
+
+    // Field identifiers seen by an earlier walk keep counting; object identifiers do not.
+    zeAnimationUtils::removeAnimationAttachment(transform3D);
+    manager->destroyUnreferencedObjectsAndFields();
+    for (osg::UInt64 id : nodeFields)
+        EXPECT_NE(manager->getField(id), nullptr);
+    EXPECT_EQ(manager->getObject(listedId), nullptr);
+    EXPECT_EQ(manager->getObject(curveId), nullptr);
+}
+
+TEST_F(SceneBindingTest, FieldsAreTakenOverFromAnOlderCurve)
+{
+    EXPECT_EQ(manager->createField(osg::AnimationCurvePtr(), 0), nullptr);
+    osg::AnimationCurvePtr old = osg::AnimationCurve::create();
+    osg::addRefCP(old);
+    old->setAFAppNode(transform3D);
+    old->setAFFieldName("rotationY");
+    old->setAFGlobalFieldName("rotY");
+    old->setAFValue(3.5f);
+    old->setAFValuePosition(1);
+    old->setAFDirty(true);
+    zeAnimationField* field = manager->createField(old, 0);
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(manager->getField(field->getId()), field);
+    EXPECT_EQ(field->nodeID, idOf(transform3D));
+    EXPECT_EQ(field->attribute, "rotationY");
+    EXPECT_EQ(field->name, "rotY");
+    EXPECT_FLOAT_EQ(field->value, 3.5f);
+    EXPECT_EQ(field->valuePos, 1u);
+    EXPECT_TRUE(field->dirty);
+    EXPECT_EQ(field->fcID, idOf(transform3D));
+
+    old->setAFAppNode(materialGroup);
+    old->setAFFieldName("diffuseG");
+    EXPECT_EQ(manager->createField(old, 0)->fcID, idOf(material));
+    old->setAFAppNode(NodePtr());
+    zeAnimationField* nodeless = manager->createField(old, 0);
+    EXPECT_EQ(nodeless->nodeID, 0u);
+    EXPECT_EQ(nodeless->fcID, 0u);
+    osg::subRefCP(old);
+}
+
+TEST_F(SceneBindingTest, DestroyingANodesObjectsClearsItAndOptionallyItsChildren)
+{
+    zeAnimationUnit* parentBlock =
+        manager->createUnit({manager->createCurve2D(transform, "visible")}, "parent", 0, true);
+    zeAnimationCurve2D* childCurve =
+        manager->createCurve2D(manager->getField(geometryInTransform, "visible"), "child", 0, true);
+    zeAnimationUnit* elsewhere =
+        manager->createUnit({manager->createCurve2D(transform3D, "scaleX")}, "elsewhere", 0, true);
+    const osg::UInt64 parentId = parentBlock->getId();
+    const osg::UInt64 elsewhereId = elsewhere->getId();
+    const osg::UInt64 childId = childCurve->getId();
+    const std::vector<osg::UInt64> parentFields = fieldIds(transform);
+
+    manager->destroyNodeObjects(transform, false);
+    EXPECT_EQ(manager->getObject(parentId), nullptr);
+    for (osg::UInt64 id : parentFields)
+        EXPECT_EQ(manager->getField(id), nullptr);
+    EXPECT_EQ(zeAnimationUtils::getAnimationAttachment(transform), NullFC);
+    EXPECT_EQ(manager->getObject(childId), childCurve);
+
+    manager->destroyNodeObjects(root, true);
+    EXPECT_EQ(manager->getObject(childId), nullptr);
+    EXPECT_EQ(manager->getObject(elsewhereId), nullptr);
+    for (const NodePtr& node : allNodes())
+        EXPECT_EQ(zeAnimationUtils::getAnimationAttachment(node), NullFC);
+    EXPECT_EQ(manager->getFieldCount(), 0u);
+    manager->destroyNodeObjects(NodePtr(), true);
+}
+
+} // namespace
