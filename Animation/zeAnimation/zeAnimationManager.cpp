@@ -35,9 +35,9 @@ zeAnimationManager* zeAnimationManager::the()
     return &instance;
 }
 
-zeAnimationManager::zeAnimationManager() : QObject(nullptr), _oldID(0), _newID(0), _bulkSurvivors(nullptr)
-{
-}
+zeAnimationManager::zeAnimationManager()
+    : QObject(nullptr), _oldID(0), _newID(0), _bulkSurvivors(nullptr), _removals(0), _registrations(0)
+{}
 
 zeAnimationManager::~zeAnimationManager()
 {
@@ -166,14 +166,16 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
 void zeAnimationManager::registerObject(zeAnimationObject* object)
 {
     // An identifier that is already registered keeps its first object.
-    if (_objects.emplace(object->id, object).second)
+    if (_objects.emplace(object->id, object).second) {
         _objectIndex.emplace(object->id, object);
+        ++_registrations;
+    }
 }
 
 void zeAnimationManager::unregisterObject(osg::UInt64 id)
 {
-    _objects.erase(id);
-    _objectIndex.erase(id);
+    if (_objects.erase(id) + _objectIndex.erase(id) != 0)
+        ++_removals;
 }
 
 void zeAnimationManager::unregisterPointer(zeAnimationObject* object)
@@ -326,7 +328,8 @@ std::vector<zeAnimationUnit*> zeAnimationManager::getActiveSceneUnits() const
     std::vector<zeAnimationUnit*> units;
     for (const ObjectMap::value_type& entry : _objects) {
         zeAnimationObject* object = entry.second;
-        if (object && object->getTypeID() == 3 && object->active && !object->hidden && !registeredParent(object))
+        if (object && object->getTypeID() == 3 && object->active && !object->hidden &&
+            !registeredParent(object))
             units.push_back(static_cast<zeAnimationUnit*>(object));
     }
     return units;
@@ -405,8 +408,8 @@ zeAnimationCurve2D* zeAnimationManager::createCurve2D(osg::UInt64 id)
     return registerCreated(new zeAnimationCurve2D("Curve", id));
 }
 
-zeAnimationCurve2D* zeAnimationManager::createCurve2D(zeAnimationField* field, std::string name, osg::UInt64 id,
-                                                      bool attach)
+zeAnimationCurve2D* zeAnimationManager::createCurve2D(zeAnimationField* field, std::string name,
+                                                      osg::UInt64 id, bool attach)
 {
     zeAnimationCurve2D* curve = registerCreated(new zeAnimationCurve2D(name, id));
     curve->setAnimationField(field);
@@ -424,8 +427,8 @@ zeAnimationUnit* zeAnimationManager::createUnit(const std::string& name, osg::UI
     return registerCreated(new zeAnimationUnit(name, id));
 }
 
-zeAnimationUnit* zeAnimationManager::createUnit(const std::vector<zeAnimationCurve2D*>& curves, std::string name,
-                                                osg::UInt64 id, bool attach)
+zeAnimationUnit* zeAnimationManager::createUnit(const std::vector<zeAnimationCurve2D*>& curves,
+                                                std::string name, osg::UInt64 id, bool attach)
 {
     if (curves.empty())
         return nullptr;

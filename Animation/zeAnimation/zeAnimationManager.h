@@ -50,8 +50,8 @@ public:
     typedef std::map<osg::UInt64, zeAnimationObject*> ObjectMap;
     typedef std::map<osg::UInt64, zeAnimationField*> FieldMap;
 
-    typedef void (*SetFromAtUpCB)(int camera, const osg::Point<float, 3>& from, const osg::Point<float, 3>& at,
-                                  const osg::Vector<float, 3>& up);
+    typedef void (*SetFromAtUpCB)(int camera, const osg::Point<float, 3>& from,
+                                  const osg::Point<float, 3>& at, const osg::Vector<float, 3>& up);
     typedef void (*GetFromAtUpCB)(int camera, osg::Point<float, 3>& from, osg::Point<float, 3>& at,
                                   osg::Vector<float, 3>& up);
     typedef void (*SetRollCB)(int camera, const float& roll);
@@ -216,6 +216,10 @@ private:
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
     const std::set<osg::UInt64>* _bulkSurvivors;
+    // Count every removal from and every insertion into the registry; objects compare them to
+    // know whether identifiers they resolved earlier still resolve to the same objects.
+    osg::UInt64 _removals;
+    osg::UInt64 _registrations;
 
     static osg::NodePtr _sceneRoot;
     static osg::UInt32 _nodeCounter;

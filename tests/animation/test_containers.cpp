@@ -798,4 +798,29 @@ TEST_F(ContainerTest, DestroyingASubtreeLeavesTheRegistryConsistent)
     EXPECT_EQ(manager->getObjectCount(), 0u);
 }
 
+TEST_F(ContainerTest, BoundsFollowChildIdentifiersThatStopOrStartResolving)
+{
+    zeAnimationSequence* near = sequence(0, 10);
+    zeAnimationSequence* far = sequence(20, 30);
+    zeAnimationStreak* t = track({near, far});
+    ASSERT_EQ(t->getEnd(), 30.0f);
+    const osg::UInt64 farId = far->getId();
+
+    // Renumbering behind the track's back leaves it a stale identifier, skipped from now on.
+    manager->setID(farId + 1, far);
+    ASSERT_EQ(manager->getObject(farId), nullptr);
+    t->updateBy(t, zeAnimationObject::Change, false);
+    EXPECT_EQ(t->getEnd(), 10.0f);
+    EXPECT_EQ(t->getObjects().size(), 1u);
+
+    // An object registered later under that identifier is the track's child again.
+    zeAnimationSequence* again = manager->createSequence("again", farId);
+    again->setBegin(-5.0f);
+    again->setEnd(50.0f);
+    t->updateBy(t, zeAnimationObject::Change, false);
+    EXPECT_EQ(t->getBegin(), -5.0f);
+    EXPECT_EQ(t->getEnd(), 50.0f);
+    EXPECT_EQ(t->getObjects().front(), again); // and sorts first
+}
+
 } // namespace
