@@ -485,8 +485,9 @@ TEST_F(ObjectTest, SceneQueriesListParentlessVisibleObjects)
     EXPECT_EQ(manager->getSceneStrips(), std::vector<zeAnimationStrip*>{clip});
 
     // A parent that no longer resolves counts as none.
+    const osg::UInt64 placedId = placed->getId();
     manager->destroyObject(track);
-    EXPECT_EQ(manager->getObject(placed->getId()), nullptr);
+    EXPECT_EQ(manager->getObject(placedId), nullptr);
 }
 
 TEST_F(ObjectTest, ReferencedFieldsAndCurvesFollowTheCurvesBindings)
@@ -529,9 +530,10 @@ TEST_F(ObjectTest, DiagnosticsPrintTheirExactTexts)
     testing::internal::CaptureStdout();
     manager->printFieldInfo(field);
     manager->printFieldInfo(nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Field Info:\n\tid 88\n\tname diffuse\n\tattribute diffuseG\n"
-                                                      "\tfcID 5\n\tnodeID 4\n\tvalue 0.25\n\tvaluePos 1\n"
-                                                      "\tdirty 0\n\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Field Info:\n\tid 88\n\tname diffuse\n\tattribute diffuseG\n"
+              "\tfcID 5\n\tnodeID 4\n\tvalue 0.25\n\tvaluePos 1\n"
+              "\tdirty 0\n\n");
     (void)block;
 }
 
