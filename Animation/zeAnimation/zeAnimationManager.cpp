@@ -340,7 +340,8 @@ std::vector<zeAnimationUnit*> zeAnimationManager::getActiveSceneUnits() const
     std::vector<zeAnimationUnit*> units;
     for (const ObjectMap::value_type& entry : _objects) {
         zeAnimationObject* object = entry.second;
-        if (object && object->getTypeID() == 3 && object->active && !object->hidden && !registeredParent(object))
+        if (object && object->getTypeID() == 3 && object->active && !object->hidden &&
+            !registeredParent(object))
             units.push_back(static_cast<zeAnimationUnit*>(object));
     }
     return units;
@@ -419,8 +420,8 @@ zeAnimationCurve2D* zeAnimationManager::createCurve2D(osg::UInt64 id)
     return registerCreated(new zeAnimationCurve2D("Curve", id));
 }
 
-zeAnimationCurve2D* zeAnimationManager::createCurve2D(zeAnimationField* field, std::string name, osg::UInt64 id,
-                                                      bool attach)
+zeAnimationCurve2D* zeAnimationManager::createCurve2D(zeAnimationField* field, std::string name,
+                                                      osg::UInt64 id, bool attach)
 {
     zeAnimationCurve2D* curve = registerCreated(new zeAnimationCurve2D(name, id));
     curve->setAnimationField(field);
@@ -443,8 +444,8 @@ zeAnimationUnit* zeAnimationManager::createUnit(const std::string& name, osg::UI
     return registerCreated(new zeAnimationUnit(name, id));
 }
 
-zeAnimationUnit* zeAnimationManager::createUnit(const std::vector<zeAnimationCurve2D*>& curves, std::string name,
-                                                osg::UInt64 id, bool attach)
+zeAnimationUnit* zeAnimationManager::createUnit(const std::vector<zeAnimationCurve2D*>& curves,
+                                                std::string name, osg::UInt64 id, bool attach)
 {
     if (curves.empty())
         return nullptr;

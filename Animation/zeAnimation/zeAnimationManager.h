@@ -52,8 +52,8 @@ public:
     typedef std::map<osg::UInt64, zeAnimationObject*> ObjectMap;
     typedef std::map<osg::UInt64, zeAnimationField*> FieldMap;
 
-    typedef void (*SetFromAtUpCB)(int camera, const osg::Point<float, 3>& from, const osg::Point<float, 3>& at,
-                                  const osg::Vector<float, 3>& up);
+    typedef void (*SetFromAtUpCB)(int camera, const osg::Point<float, 3>& from,
+                                  const osg::Point<float, 3>& at, const osg::Vector<float, 3>& up);
     typedef void (*GetFromAtUpCB)(int camera, osg::Point<float, 3>& from, osg::Point<float, 3>& at,
                                   osg::Vector<float, 3>& up);
     typedef void (*SetRollCB)(int camera, const float& roll);

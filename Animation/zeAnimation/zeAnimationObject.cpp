@@ -4,6 +4,7 @@
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationSequence.h>
 
+#include <algorithm>
 #include <cmath>
 
 osg::UInt32 zeAnimationObject::_typeID = 0;
@@ -32,8 +33,7 @@ zeAnimationObject::zeAnimationObject()
       name("Unnamed"), active(true), playing(false), reversePlay(false), repeating(false), pausing(false),
       flipped(false), trimmed(false), selected(false), locked(false), hidden(false), motionBlur(false),
       usePlayRange(false), startPlayRange(0.0f), endPlayRange(0.0f), startPlay(0.0f), parentId(0)
-{
-}
+{}
 
 zeAnimationObject::~zeAnimationObject()
 {
@@ -163,7 +163,8 @@ zeAnimationObject* zeAnimationObject::subObject(zeAnimationObject* object, bool)
 
 // ---- Hierarchy updates ------------------------------------------------------------------------
 
-void zeAnimationObject::mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op)
+void zeAnimationObject::mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source,
+                                       Operation op)
 {
     if (!source)
         return;
@@ -222,9 +223,7 @@ void zeAnimationObject::updateAll(const std::list<osg::UInt64>& ids, Operation o
     }
 }
 
-void zeAnimationObject::updateCurves()
-{
-}
+void zeAnimationObject::updateCurves() {}
 
 void zeAnimationObject::updateBounds()
 {
@@ -234,9 +233,7 @@ void zeAnimationObject::updateBounds()
     float newEnd = EmptyHigh;
     float newMaximum = EmptyHigh;
     float newMinimum = EmptyLow;
-    zeAnimationManager* m = manager();
-    for (osg::UInt64 childId : childIds) {
-        const zeAnimationObject* child = m->getObject(childId);
+    for (const zeAnimationObject* child : resolvedChildren()) {
         if (!child)
             continue;
         // Empty containers do not count; a sequence (no children by nature) and a key (whose
@@ -263,33 +260,19 @@ void zeAnimationObject::updateBounds()
     minimum = newMinimum;
 }
 
-void zeAnimationObject::move(float, bool)
-{
-}
+void zeAnimationObject::move(float, bool) {}
 
-void zeAnimationObject::moveBegin(float, bool)
-{
-}
+void zeAnimationObject::moveBegin(float, bool) {}
 
-void zeAnimationObject::moveEnd(float, bool)
-{
-}
+void zeAnimationObject::moveEnd(float, bool) {}
 
-void zeAnimationObject::trimBegin(float, bool)
-{
-}
+void zeAnimationObject::trimBegin(float, bool) {}
 
-void zeAnimationObject::trimEnd(float, bool)
-{
-}
+void zeAnimationObject::trimEnd(float, bool) {}
 
-void zeAnimationObject::flip()
-{
-}
+void zeAnimationObject::flip() {}
 
-void zeAnimationObject::triggerLoop(float)
-{
-}
+void zeAnimationObject::triggerLoop(float) {}
 
 // ---- Parent and children ----------------------------------------------------------------------
 
@@ -401,6 +384,38 @@ bool zeAnimationObject::compareObjectsByBegin(osg::UInt64 a, osg::UInt64 b)
     return objectA->getBegin() < objectB->getBegin();
 }
 
+const std::vector<zeAnimationObject*>& zeAnimationObject::resolvedChildren() const
+{
+    const zeAnimationManager* m = manager();
+    ResolvedChildren& cache = resolved;
+    bool valid = cache.removals == m->_registryRemovals &&
+                 (!cache.missing || cache.registrations == m->_registryAdditions) &&
+                 cache.ids.size() == childIds.size();
+    if (valid) {
+        std::vector<osg::UInt64>::const_iterator cached = cache.ids.begin();
+        for (osg::UInt64 childId : childIds) {
+            if (*cached++ != childId) {
+                valid = false;
+                break;
+            }
+        }
+    }
+    if (!valid) {
+        cache.ids.assign(childIds.begin(), childIds.end());
+        cache.objects.clear();
+        cache.objects.reserve(cache.ids.size());
+        cache.missing = false;
+        for (osg::UInt64 childId : cache.ids) {
+            zeAnimationObject* child = m->getObject(childId);
+            cache.missing = cache.missing || !child;
+            cache.objects.push_back(child);
+        }
+        cache.removals = m->_registryRemovals;
+        cache.registrations = m->_registryAdditions;
+    }
+    return cache.objects;
+}
+
 void zeAnimationObject::sortObjectsByBegin()
 {
     if (childIds.size() < 2)
@@ -410,30 +425,49 @@ void zeAnimationObject::sortObjectsByBegin()
     if (getTypeID() == 2 && static_cast<const zeAnimationCurve2D*>(this)->keysKnownInOrder())
         return;
     // A stable sort of an already ordered list changes nothing, and the list nearly always is
-    // ordered: check that first. The check is only sound when every child resolves and no begin
-    // is NaN; otherwise the comparison is no strict weak order and the list sort decides.
-    zeAnimationManager* m = manager();
+    // ordered: check that first.
+    const std::vector<zeAnimationObject*>& children = resolvedChildren();
+    std::vector<std::pair<float, std::size_t>> order;
+    order.reserve(children.size());
     bool ordered = true;
-    float previous = 0.0f;
-    bool first = true;
-    for (osg::UInt64 childId : childIds) {
-        const zeAnimationObject* child = m->getObject(childId);
-        if (!child) {
-            ordered = false;
+    bool comparable = true;
+    for (const zeAnimationObject* child : children) {
+        // With an unresolved child or a NaN begin the comparison is no strict weak order; the
+        // list sort with the registry comparison then decides, exactly as it would alone.
+        const float value = child ? child->getBegin() : 0.0f;
+        if (!child || std::isnan(value)) {
+            comparable = false;
             break;
         }
-        const float value = child->getBegin();
-        if (std::isnan(value) || (!first && value < previous)) {
+        if (!order.empty() && value < order.back().first)
             ordered = false;
-            break;
-        }
-        previous = value;
-        first = false;
+        order.emplace_back(value, order.size());
     }
-    if (!ordered) {
+    if (comparable && ordered)
+        return;
+    ++_childListEpoch;
+    if (!comparable) {
         childIds.sort(compareObjectsByBegin);
-        ++_childListEpoch;
+        return;
     }
+    // Every child resolves and no begin is NaN: a stable sort of the begins gives the list
+    // sort's order. The ids are written back into the existing list nodes, and the resolved
+    // children follow the new order, so the next update need not resolve them again.
+    std::stable_sort(order.begin(), order.end(),
+                     [](const std::pair<float, std::size_t>& a, const std::pair<float, std::size_t>& b) {
+                         return a.first < b.first;
+                     });
+    std::vector<osg::UInt64> ids(resolved.ids.size());
+    std::vector<zeAnimationObject*> objects(ids.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        ids[i] = resolved.ids[order[i].second];
+        objects[i] = resolved.objects[order[i].second];
+    }
+    ChildList::iterator node = childIds.begin();
+    for (osg::UInt64 childId : ids)
+        *node++ = childId;
+    resolved.ids.swap(ids);
+    resolved.objects.swap(objects);
 }
 
 // ---- Triggers ---------------------------------------------------------------------------------
@@ -457,7 +491,8 @@ bool zeAnimationObject::subTrigger(osg::UInt64 key)
 void zeAnimationObject::trigger(zeAnimationManager::AnimationTrigger kind)
 {
     std::vector<osg::UInt64> keys;
-    const std::pair<TriggerMap::const_iterator, TriggerMap::const_iterator> range = triggers.equal_range(kind);
+    const std::pair<TriggerMap::const_iterator, TriggerMap::const_iterator> range =
+        triggers.equal_range(kind);
     for (TriggerMap::const_iterator it = range.first; it != range.second; ++it)
         keys.push_back(it->second);
     if (!keys.empty())

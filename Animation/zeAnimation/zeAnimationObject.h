@@ -240,9 +240,26 @@ protected:
     static zeAnimationObject _the;
 
 private:
+    // The child list resolved through the registry, kept for the updates that walk all children
+    // on every change below (order check, bounds). It is trusted only while it lists the same
+    // identifiers in the same order and the registry has removed nothing since it was built (nor
+    // registered anything, when some identifier did not resolve), so it always equals a fresh
+    // resolution.
+    struct ResolvedChildren
+    {
+        std::vector<osg::UInt64> ids;
+        std::vector<zeAnimationObject*> objects;
+        osg::UInt64 removals = 0;
+        osg::UInt64 registrations = 0;
+        bool missing = false;
+    };
+    const std::vector<zeAnimationObject*>& resolvedChildren() const;
+
     static bool compareObjectsByBegin(osg::UInt64 a, osg::UInt64 b);
     void applyUpdate(zeAnimationObject* source, Operation op);
     static void mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op);
+
+    mutable ResolvedChildren resolved;
 
     static osg::UInt32 _typeID;
     static int _depth;

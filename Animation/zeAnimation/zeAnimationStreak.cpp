@@ -8,11 +8,10 @@
 osg::UInt32 zeAnimationStreak::_typeID = 4;
 zeAnimationStreak zeAnimationStreak::_the;
 
-zeAnimationStreak::zeAnimationStreak() : zeAnimationObject(), number(0)
-{
-}
+zeAnimationStreak::zeAnimationStreak() : zeAnimationObject(), number(0) {}
 
-zeAnimationStreak::zeAnimationStreak(const std::string& streakName, osg::UInt64 streakId) : zeAnimationStreak()
+zeAnimationStreak::zeAnimationStreak(const std::string& streakName, osg::UInt64 streakId)
+    : zeAnimationStreak()
 {
     id = streakId != 0 ? streakId : zeAnimationManager::the()->createUID();
     name = streakName;
@@ -34,14 +33,17 @@ zeAnimationStreak::zeAnimationStreak(const zeAnimationStreak& other) : zeAnimati
     flipped = other.flipped;
     trimmed = other.trimmed;
     setMotionBlur(other.motionBlur);
-    zeAnimationObject* parent = other.getParent();
-    parentId = parent ? parent->getId() : 0;
     for (osg::UInt64 childId : other.childIds) {
         if (zeAnimationObject* child = m->getObject(childId)) {
             if (zeAnimationObject* copy = m->duplicateObject(child))
                 addObject(copy);
         }
     }
+    // The parent link comes last: while the children are added it is still unset, so their
+    // summaries stay in the copy instead of climbing into the source's ancestors, which do not
+    // list the copy.
+    zeAnimationObject* parent = other.getParent();
+    parentId = parent ? parent->getId() : 0;
 }
 
 osg::UInt32 zeAnimationStreak::getTypeID() const

@@ -19,9 +19,7 @@ bool isPlaceable(osg::UInt32 type)
 
 } // namespace
 
-zeAnimationStrip::zeAnimationStrip() : zeAnimationObject()
-{
-}
+zeAnimationStrip::zeAnimationStrip() : zeAnimationObject() {}
 
 zeAnimationStrip::zeAnimationStrip(const std::string& stripName, osg::UInt64 stripId) : zeAnimationStrip()
 {
@@ -44,11 +42,14 @@ zeAnimationStrip::zeAnimationStrip(const zeAnimationStrip& other) : zeAnimationS
     flipped = other.flipped;
     trimmed = other.trimmed;
     setMotionBlur(other.motionBlur);
-    zeAnimationObject* parent = other.getParent();
-    parentId = parent ? parent->getId() : 0;
     // Adding renumbers the copies 0, 1, 2, ... in the source's list order.
     for (zeAnimationStreak* track : other.tracks())
         addObject(m->duplicateStreak(track));
+    // The parent link comes last: while the children are added it is still unset, so their
+    // summaries stay in the copy instead of climbing into the source's ancestors, which do not
+    // list the copy.
+    zeAnimationObject* parent = other.getParent();
+    parentId = parent ? parent->getId() : 0;
 }
 
 osg::UInt32 zeAnimationStrip::getTypeID() const

@@ -9,9 +9,7 @@
 osg::UInt32 zeAnimationUnit::_typeID = 3;
 zeAnimationUnit zeAnimationUnit::_the;
 
-zeAnimationUnit::zeAnimationUnit() : zeAnimationObject(), parentNodeId(0)
-{
-}
+zeAnimationUnit::zeAnimationUnit() : zeAnimationObject(), parentNodeId(0) {}
 
 zeAnimationUnit::zeAnimationUnit(const std::string& unitName, osg::UInt64 unitId) : zeAnimationUnit()
 {
@@ -35,12 +33,15 @@ zeAnimationUnit::zeAnimationUnit(const zeAnimationUnit& other) : zeAnimationUnit
     flipped = other.flipped;
     trimmed = other.trimmed;
     setMotionBlur(other.motionBlur);
-    zeAnimationObject* parent = other.getParent();
-    parentId = parent ? parent->getId() : 0;
     for (osg::UInt64 curveId : other.childIds) {
         if (zeAnimationCurve2D* curve = m->getCurve2D(curveId))
             addObject(m->duplicateCurve2D(curve));
     }
+    // The parent link comes last: while the children are added it is still unset, so their
+    // summaries stay in the copy instead of climbing into the source's ancestors, which do not
+    // list the copy.
+    zeAnimationObject* parent = other.getParent();
+    parentId = parent ? parent->getId() : 0;
 }
 
 osg::UInt32 zeAnimationUnit::getTypeID() const

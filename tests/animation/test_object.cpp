@@ -530,9 +530,10 @@ TEST_F(ObjectTest, DiagnosticsPrintTheirExactTexts)
     testing::internal::CaptureStdout();
     manager->printFieldInfo(field);
     manager->printFieldInfo(nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Field Info:\n\tid 88\n\tname diffuse\n\tattribute diffuseG\n"
-                                                      "\tfcID 5\n\tnodeID 4\n\tvalue 0.25\n\tvaluePos 1\n"
-                                                      "\tdirty 0\n\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Field Info:\n\tid 88\n\tname diffuse\n\tattribute diffuseG\n"
+              "\tfcID 5\n\tnodeID 4\n\tvalue 0.25\n\tvaluePos 1\n"
+              "\tdirty 0\n\n");
     (void)block;
 }
 
