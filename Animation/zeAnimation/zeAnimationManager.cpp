@@ -679,7 +679,8 @@ void zeAnimationManager::destroyAllObjects(bool includeHidden)
     // destroyed and parents that die anyway need not be kept up to date child by child.
     if (_objects.size() < 2)
         return;
-    std::set<osg::UInt64> dead;
+    std::unordered_set<osg::UInt64> dead;
+    dead.reserve(_objects.size());
     std::vector<osg::UInt64> roots;
     std::size_t alive = _objects.size();
     std::vector<osg::UInt64> pending;
@@ -708,7 +709,7 @@ void zeAnimationManager::destroyAllObjects(bool includeHidden)
             }
         }
     }
-    std::set<osg::UInt64> survivors;
+    std::unordered_set<osg::UInt64> survivors;
     for (const ObjectMap::value_type& entry : _objects) {
         if (!dead.count(entry.first))
             survivors.insert(entry.first);

@@ -15,6 +15,7 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -248,7 +249,7 @@ private:
     osg::UInt64 _registryAdditions;
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
-    const std::set<osg::UInt64>* _bulkSurvivors;
+    const std::unordered_set<osg::UInt64>* _bulkSurvivors;
 
     static osg::NodePtr _sceneRoot;
     static osg::UInt32 _nodeCounter;
