@@ -1068,37 +1068,36 @@ void zeAnimationManager::destroyNodeObjects(const osg::NodePtr& node, bool recur
 
 namespace {
 
-void replaceIds(osg::MFUInt64& ids, osg::UInt64 oldId, osg::UInt64 newId)
+// Replaces _oldID by _newID in the node's list of object identifiers (or of field identifiers).
+void replaceAttachmentIds(const osg::NodePtr& node, bool objects)
 {
+    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
+    if (attachment == osg::NullFC)
+        return;
+    const osg::BitVector mask = objects ? osg::AnimAttachment::ObjectIdsFieldMask
+                                        : osg::AnimAttachment::FieldIdsFieldMask;
+    osg::MFUInt64& ids = objects ? attachment->getObjectIds() : attachment->getFieldIds();
+    const osg::UInt64 oldId = zeAnimationManager::the()->getReplacedID();
+    const osg::UInt64 newId = zeAnimationManager::the()->getReplacementID();
+    osg::beginEditCP(attachment, mask, 1);
     for (osg::UInt64& id : ids) {
         if (id == oldId)
             id = newId;
     }
+    osg::endEditCP(attachment, mask, 1);
 }
 
 } // namespace
 
 osg::Action::ResultE zeAnimationManager::changeSceneAnimAttachmentIDs(osg::NodePtr& node)
 {
-    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
-    if (attachment != osg::NullFC) {
-        zeAnimationManager* m = the();
-        osg::beginEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
-        replaceIds(attachment->getObjectIds(), m->_oldID, m->_newID);
-        osg::endEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
-    }
+    replaceAttachmentIds(node, true);
     return osg::Action::Continue;
 }
 
 osg::Action::ResultE zeAnimationManager::changeSceneAnimAttachmentFieldIDs(osg::NodePtr& node)
 {
-    osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
-    if (attachment != osg::NullFC) {
-        zeAnimationManager* m = the();
-        osg::beginEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
-        replaceIds(attachment->getFieldIds(), m->_oldID, m->_newID);
-        osg::endEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
-    }
+    replaceAttachmentIds(node, false);
     return osg::Action::Continue;
 }
 

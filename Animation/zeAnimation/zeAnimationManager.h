@@ -171,6 +171,9 @@ public:
     // fields keeps them. Returns the node's fields.
     std::vector<zeAnimationField*> createAnimationFields(const osg::NodePtr& node);
     const std::vector<std::string>& getAnimationAttributes() const { return _animationAttributes; }
+    // The scene walks of setID replace getReplacedID() by getReplacementID() in the attachments.
+    osg::UInt64 getReplacedID() const { return _oldID; }
+    osg::UInt64 getReplacementID() const { return _newID; }
     static osg::Action::ResultE changeSceneAnimAttachmentIDs(osg::NodePtr& node);
     static osg::Action::ResultE changeSceneAnimAttachmentFieldIDs(osg::NodePtr& node);
     static osg::Action::ResultE collectActualObjectsAndFields(osg::NodePtr& node);

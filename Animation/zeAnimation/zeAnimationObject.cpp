@@ -704,6 +704,28 @@ bool zeAnimationObject::unlinkChild(zeAnimationObject* child)
     return true;
 }
 
+void zeAnimationObject::copyContainerState(const zeAnimationObject& other)
+{
+    id = manager()->createUID();
+    setBegin(other.getBegin());
+    setEnd(other.getEnd());
+    untrimmedBegin = other.untrimmedBegin;
+    untrimmedEnd = other.untrimmedEnd;
+    name = other.name;
+    setActive(other.active);
+    setPlaying(other.playing);
+    setRepeating(other.repeating);
+    flipped = other.flipped;
+    trimmed = other.trimmed;
+    setMotionBlur(other.motionBlur);
+}
+
+void zeAnimationObject::linkToParentOf(const zeAnimationObject& other)
+{
+    zeAnimationObject* parent = other.getParent();
+    parentId = parent ? parent->getId() : 0;
+}
+
 void zeAnimationObject::notifyParent()
 {
     if (zeAnimationObject* parent = getParent())

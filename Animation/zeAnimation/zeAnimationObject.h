@@ -201,6 +201,14 @@ protected:
     // Unlinks a listed child and drops its summaries; false when it is not listed.
     bool unlinkChild(zeAnimationObject* child);
     void notifyParent();
+    // What a container copy takes over from its source: a fresh identifier, the interval (through
+    // the setters), the untrimmed interval, the name and the flags (active, playing, repeating
+    // through the setters; flipped, trimmed; motion blur through its setter).
+    void copyContainerState(const zeAnimationObject& source);
+    // Links a copy to its source's parent, without entering it in the parent's child list. Called
+    // last: while the children are added the link is unset, so their summaries stay in the copy
+    // instead of climbing into the source's ancestors, which do not list the copy.
+    void linkToParentOf(const zeAnimationObject& source);
 
 
     // Members in declared order.

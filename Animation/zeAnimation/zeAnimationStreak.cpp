@@ -21,29 +21,14 @@ zeAnimationStreak::zeAnimationStreak(const zeAnimationStreak& other) : zeAnimati
 {
     zeAnimationManager* m = zeAnimationManager::the();
     number = other.number;
-    id = m->createUID();
-    setBegin(other.getBegin());
-    setEnd(other.getEnd());
-    untrimmedBegin = other.untrimmedBegin;
-    untrimmedEnd = other.untrimmedEnd;
-    name = other.name;
-    setActive(other.active);
-    setPlaying(other.playing);
-    setRepeating(other.repeating);
-    flipped = other.flipped;
-    trimmed = other.trimmed;
-    setMotionBlur(other.motionBlur);
+    copyContainerState(other);
     for (osg::UInt64 childId : other.childIds) {
         if (zeAnimationObject* child = m->getObject(childId)) {
             if (zeAnimationObject* copy = m->duplicateObject(child))
                 addObject(copy);
         }
     }
-    // The parent link comes last: while the children are added it is still unset, so their
-    // summaries stay in the copy instead of climbing into the source's ancestors, which do not
-    // list the copy.
-    zeAnimationObject* parent = other.getParent();
-    parentId = parent ? parent->getId() : 0;
+    linkToParentOf(other);
 }
 
 osg::UInt32 zeAnimationStreak::getTypeID() const

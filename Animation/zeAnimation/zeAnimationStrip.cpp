@@ -30,26 +30,11 @@ zeAnimationStrip::zeAnimationStrip(const std::string& stripName, osg::UInt64 str
 zeAnimationStrip::zeAnimationStrip(const zeAnimationStrip& other) : zeAnimationStrip()
 {
     zeAnimationManager* m = zeAnimationManager::the();
-    id = m->createUID();
-    setBegin(other.getBegin());
-    setEnd(other.getEnd());
-    untrimmedBegin = other.untrimmedBegin;
-    untrimmedEnd = other.untrimmedEnd;
-    name = other.name;
-    setActive(other.active);
-    setPlaying(other.playing);
-    setRepeating(other.repeating);
-    flipped = other.flipped;
-    trimmed = other.trimmed;
-    setMotionBlur(other.motionBlur);
+    copyContainerState(other);
     // Adding renumbers the copies 0, 1, 2, ... in the source's list order.
     for (zeAnimationStreak* track : other.tracks())
         addObject(m->duplicateStreak(track));
-    // The parent link comes last: while the children are added it is still unset, so their
-    // summaries stay in the copy instead of climbing into the source's ancestors, which do not
-    // list the copy.
-    zeAnimationObject* parent = other.getParent();
-    parentId = parent ? parent->getId() : 0;
+    linkToParentOf(other);
 }
 
 osg::UInt32 zeAnimationStrip::getTypeID() const

@@ -21,27 +21,12 @@ zeAnimationUnit::zeAnimationUnit(const zeAnimationUnit& other) : zeAnimationUnit
 {
     zeAnimationManager* m = zeAnimationManager::the();
     parentNodeId = other.parentNodeId;
-    id = m->createUID();
-    setBegin(other.getBegin());
-    setEnd(other.getEnd());
-    untrimmedBegin = other.untrimmedBegin;
-    untrimmedEnd = other.untrimmedEnd;
-    name = other.name;
-    setActive(other.active);
-    setPlaying(other.playing);
-    setRepeating(other.repeating);
-    flipped = other.flipped;
-    trimmed = other.trimmed;
-    setMotionBlur(other.motionBlur);
+    copyContainerState(other);
     for (osg::UInt64 curveId : other.childIds) {
         if (zeAnimationCurve2D* curve = m->getCurve2D(curveId))
             addObject(m->duplicateCurve2D(curve));
     }
-    // The parent link comes last: while the children are added it is still unset, so their
-    // summaries stay in the copy instead of climbing into the source's ancestors, which do not
-    // list the copy.
-    zeAnimationObject* parent = other.getParent();
-    parentId = parent ? parent->getId() : 0;
+    linkToParentOf(other);
 }
 
 osg::UInt32 zeAnimationUnit::getTypeID() const

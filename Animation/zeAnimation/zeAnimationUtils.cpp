@@ -576,25 +576,31 @@ void zeAnimationUtils::computeCoreTypeID(zeAnimationField* field)
 
 // ---- Animation attachments --------------------------------------------------------------------
 
-osg::AnimAttachmentPtr zeAnimationUtils::getAnimationAttachment(const osg::NodePtr& node)
+namespace {
+
+// The node's attachment of a type: looked up by the type's group and accepted only when it really
+// is of that type (another type may share the group).
+template <class Ptr, class Type>
+Ptr findTypedAttachment(const osg::NodePtr& node)
 {
     if (node == osg::NullFC)
-        return osg::AnimAttachmentPtr(osg::NullFC);
-    osg::AttachmentPtr attachment = node->findAttachment(osg::AnimAttachment::getClassType().getGroupId());
-    if (attachment == osg::NullFC || !attachment->getType().isDerivedFrom(osg::AnimAttachment::getClassType()))
-        return osg::AnimAttachmentPtr(osg::NullFC);
-    return osg::AnimAttachmentPtr::dcast(attachment);
+        return Ptr(osg::NullFC);
+    osg::AttachmentPtr attachment = node->findAttachment(Type::getClassType().getGroupId());
+    if (attachment == osg::NullFC || !attachment->getType().isDerivedFrom(Type::getClassType()))
+        return Ptr(osg::NullFC);
+    return Ptr::dcast(attachment);
+}
+
+} // namespace
+
+osg::AnimAttachmentPtr zeAnimationUtils::getAnimationAttachment(const osg::NodePtr& node)
+{
+    return findTypedAttachment<osg::AnimAttachmentPtr, osg::AnimAttachment>(node);
 }
 
 osg::AnimationAttachmentPtr zeAnimationUtils::getOldAnimationAttachment(const osg::NodePtr& node)
 {
-    if (node == osg::NullFC)
-        return osg::AnimationAttachmentPtr(osg::NullFC);
-    osg::AttachmentPtr attachment = node->findAttachment(osg::AnimationAttachment::getClassType().getGroupId());
-    if (attachment == osg::NullFC ||
-        !attachment->getType().isDerivedFrom(osg::AnimationAttachment::getClassType()))
-        return osg::AnimationAttachmentPtr(osg::NullFC);
-    return osg::AnimationAttachmentPtr::dcast(attachment);
+    return findTypedAttachment<osg::AnimationAttachmentPtr, osg::AnimationAttachment>(node);
 }
 
 osg::AnimAttachmentPtr zeAnimationUtils::createAnimationAttachment(const osg::NodePtr& node, bool)
