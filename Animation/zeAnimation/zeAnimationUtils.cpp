@@ -263,6 +263,31 @@ bool rotationIndex(const std::string& attribute, osg::UInt32& index)
     return true;
 }
 
+// Writes the field's value into one float (or the double) of a directly handled scene field; a
+// value already there is not written, so it causes no change notification.
+bool writeComponent(const osg::FieldContainerPtr& container, osg::Field* sceneField, ContentKind kind,
+                    osg::BitVector mask, const zeAnimationField& field)
+{
+    const float sceneValue = toScene(field.name, field.value);
+    if (kind == KindReal64) {
+        osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
+        const double wanted = static_cast<double>(sceneValue);
+        if (real->getValue() == wanted)
+            return true;
+        osg::beginEditCP(container, mask, 1);
+        real->setValue(wanted);
+        osg::endEditCP(container, mask, 1);
+        return true;
+    }
+    float* component = floatComponent(sceneField, kind, field.valuePos);
+    if (sameValue(*component, sceneValue))
+        return true;
+    osg::beginEditCP(container, mask, 1);
+    *component = sceneValue;
+    osg::endEditCP(container, mask, 1);
+    return true;
+}
+
 } // namespace
 
 float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
@@ -334,6 +359,15 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
     if (container == osg::NullFC)
         return false;
+    // Finding the field by name is the expensive part of a write; a field written before goes
+    // straight to the component it found then, as long as its container is still the same one.
+    zeAnimationField::SceneBinding& binding = field->binding;
+    if (binding.sceneField && binding.container == container.getCPtr() &&
+        binding.containerId == field->fcID && binding.valuePos == field->valuePos &&
+        binding.typeId == container->getType().getId() && binding.name == field->name)
+        return writeComponent(container, static_cast<osg::Field*>(binding.sceneField),
+                              static_cast<ContentKind>(binding.kind), binding.mask, *field);
+    binding.sceneField = nullptr;
     const std::string& attribute = field->attribute;
     osg::Field* sceneField = container->getField(field->name.c_str());
     osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
@@ -416,30 +450,20 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     }
 
     const ContentKind kind = contentKind(sceneField);
-    const float sceneValue = toScene(field->name, field->value);
-    if (kind == KindReal64) {
-        osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
-        const double wanted = static_cast<double>(sceneValue);
-        if (real->getValue() == wanted)
-            return true;
-        const osg::BitVector mask = fieldMask(container, field->name);
-        osg::beginEditCP(container, mask, 1);
-        real->setValue(wanted);
-        osg::endEditCP(container, mask, 1);
-        return true;
-    }
     if (kind != KindOther) {
-        if (field->valuePos >= componentCount(kind))
+        if (kind != KindReal64 && field->valuePos >= componentCount(kind))
             return false;
-        float* component = floatComponent(sceneField, kind, field->valuePos);
-        if (sameValue(*component, sceneValue))
-            return true;
-        const osg::BitVector mask = fieldMask(container, field->name);
-        osg::beginEditCP(container, mask, 1);
-        *component = sceneValue;
-        osg::endEditCP(container, mask, 1);
-        return true;
+        binding.container = container.getCPtr();
+        binding.containerId = static_cast<osg::UInt32>(field->fcID);
+        binding.typeId = container->getType().getId();
+        binding.valuePos = field->valuePos;
+        binding.name = field->name;
+        binding.sceneField = sceneField;
+        binding.kind = kind;
+        binding.mask = fieldMask(container, field->name);
+        return writeComponent(container, sceneField, kind, binding.mask, *field);
     }
+    const float sceneValue = toScene(field->name, field->value);
     std::string text;
     sceneField->getValueByStr(text);
     const bool isBool = text == "TRUE" || text == "FALSE";

@@ -3,6 +3,8 @@
 // back from the scene and from the host messages.
 #include "PlaybackTestSupport.h"
 
+#include <zeAnimation/zeAnimationUtils.h>
+
 #include <vector>
 
 namespace {
@@ -581,6 +583,40 @@ TEST_F(PlaybackLifetimeTest, HostSequenceMayDestroyThePlayingObject)
     controller->loop();
     EXPECT_FALSE(controller->isPlaying());
     EXPECT_EQ(manager->getObjectCount(), 0u);
+}
+
+TEST_F(PlaybackLifetimeTest, FieldWritesFollowRetargetingAndStopAtReleasedContainers)
+{
+    zeAnimationField* field = translation(0);
+    zeAnimationField* other = translation(0);
+    const osg::UInt64 first = field->fcID;
+    field->value = 5.0f;
+    EXPECT_TRUE(zeAnimationUtils::setOSGFieldValue(field));
+    field->valuePos = 1;
+    field->value = 6.0f;
+    EXPECT_TRUE(zeAnimationUtils::setOSGFieldValue(field));
+    osg::ComponentTransformPtr core = osg::ComponentTransformPtr::dcast(
+        osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(first)));
+    EXPECT_EQ(core->getTranslation(), osg::Vec3f(5.0f, 6.0f, -1.0f));
+
+    field->fcID = other->fcID;
+    field->valuePos = 0;
+    field->value = 7.0f;
+    EXPECT_TRUE(zeAnimationUtils::setOSGFieldValue(field));
+    EXPECT_EQ(scene(other), 7.0f);
+    field->name = "scale";
+    field->value = 2.0f;
+    EXPECT_TRUE(zeAnimationUtils::setOSGFieldValue(field));
+    EXPECT_EQ(scene(other), 7.0f);
+    osg::ComponentTransformPtr otherCore = osg::ComponentTransformPtr::dcast(
+        osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(other->fcID)));
+    EXPECT_EQ(otherCore->getScale()[0], 2.0f);
+
+    // The node goes, and its core with it: the field no longer finds a target.
+    osg::subRefCP(nodes.back());
+    nodes.pop_back();
+    field->value = 3.0f;
+    EXPECT_FALSE(zeAnimationUtils::setOSGFieldValue(field));
 }
 
 } // namespace
