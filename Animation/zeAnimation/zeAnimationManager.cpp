@@ -60,6 +60,7 @@ zeAnimationManager::~zeAnimationManager()
     _objects.clear();
     _objectIndex.clear();
     _fields.clear();
+    _fieldIndex.clear();
 }
 
 void zeAnimationManager::init(QWidget*)
@@ -167,6 +168,8 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
     if (registered) {
         _fields.erase(entry);
         _fields.emplace(target, field);
+        _fieldIndex.erase(old);
+        _fieldIndex[target] = field;
     }
 }
 
@@ -203,7 +206,8 @@ void zeAnimationManager::unregisterPointer(zeAnimationObject* object)
 
 void zeAnimationManager::registerField(zeAnimationField* field)
 {
-    _fields.emplace(field->id, field);
+    if (_fields.emplace(field->id, field).second)
+        _fieldIndex.emplace(field->id, field);
 }
 
 template <class T>
@@ -292,8 +296,8 @@ zeAnimationSequence* zeAnimationManager::getSequence(osg::UInt64 id) const
 
 zeAnimationField* zeAnimationManager::getField(osg::UInt64 id) const
 {
-    const FieldMap::const_iterator it = _fields.find(id);
-    return it == _fields.end() ? nullptr : it->second;
+    const std::unordered_map<osg::UInt64, zeAnimationField*>::const_iterator it = _fieldIndex.find(id);
+    return it == _fieldIndex.end() ? nullptr : it->second;
 }
 
 zeAnimationObject* zeAnimationManager::getObject(const std::string& name) const
@@ -658,8 +662,10 @@ void zeAnimationManager::destroyField(zeAnimationField* field)
         for (entry = _fields.begin(); entry != _fields.end() && entry->second != field; ++entry) {
         }
     }
-    if (entry != _fields.end())
+    if (entry != _fields.end()) {
+        _fieldIndex.erase(entry->first);
         _fields.erase(entry);
+    }
     delete field;
 }
 
@@ -725,6 +731,7 @@ void zeAnimationManager::destroyAllFields()
     for (FieldMap::value_type& entry : _fields)
         delete entry.second;
     _fields.clear();
+    _fieldIndex.clear();
 }
 
 void zeAnimationManager::destroyUnreferencedObjectsAndFields()

@@ -238,6 +238,8 @@ private:
 
     // Hash index over _objects: lookups by identifier run on every hierarchy update and frame.
     std::unordered_map<osg::UInt64, zeAnimationObject*> _objectIndex;
+    // The same over _fields: every curve evaluation looks its field up.
+    std::unordered_map<osg::UInt64, zeAnimationField*> _fieldIndex;
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
     const std::set<osg::UInt64>* _bulkSurvivors;
