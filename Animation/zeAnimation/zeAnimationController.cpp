@@ -203,7 +203,13 @@ void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, fl
         // local frame is wrapped.
         const float objectBegin = object->getBegin();
         const float objectEnd = object->getEnd();
-        for (zeAnimationCurve2D* curve : object->getCurves()) {
+        // The curve identifiers are resolved in place rather than through getCurves(), which
+        // would build a list per object on every frame.
+        zeAnimationManager* m = manager();
+        for (osg::UInt64 curveId : object->getCurveIds()) {
+            zeAnimationCurve2D* curve = m->getCurve2D(curveId);
+            if (!curve)
+                continue;
             const std::pair<zeAnimationCurve2D*, float> entry(curve, local);
             if (motionBlurOnly) {
                 if (curve->getMotionBlur() && objectBegin <= frame && frame <= objectEnd)
@@ -222,8 +228,11 @@ void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, fl
     zeAnimationObject::DepthGuard guard;
     if (!guard.ok())
         return;
-    for (zeAnimationObject* child : object->getObjects())
-        collectCurvesWithFrame(child, frame, past, active, future, motionBlurOnly);
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 childId : object->getChildIds()) {
+        if (zeAnimationObject* child = m->getObject(childId))
+            collectCurvesWithFrame(child, frame, past, active, future, motionBlurOnly);
+    }
 }
 
 namespace {
