@@ -1,11 +1,24 @@
-// Builds a small scene the way the host does (a camera with its settings, a light, a material
-// group over a transformed geometry), then lists every field container with its id, type, name
-// and the fields an animation curve could drive: those whose value is made of float components.
+// zeDemo: the animation library driving a small scene, frame by frame.
+//
+// The scene: a camera, a sun light, and a box with a red material under a transform. A per-object
+// "lights up" block brightens the sun; its end trigger calls a host function that starts the
+// clip "showcase" on the global timeline. The clip moves and turns the box, zooms the camera,
+// repaints the box, dims the sun, and holds a host sequence "fireworks". A simulated clock runs at
+// 25 frames per second; every frame the host calls loop() and playLoop() as its render loop
+// would, then the demo reads the values back from the scene graph and prints them together with
+// the messages the host received.
 
-#include <OpenSG/OSGAction.h>
+#include <zeAnimation/zeAnimationController.h>
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationObject.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationStreak.h>
+#include <zeAnimation/zeAnimationStrip.h>
+#include <zeAnimation/zeAnimationUnit.h>
+
 #include <OpenSG/OSGBaseFunctions.h>
 #include <OpenSG/OSGDirectionalLight.h>
-#include <OpenSG/OSGFieldContainerFactory.h>
 #include <OpenSG/OSGGeometry.h>
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGMaterialGroup.h>
@@ -13,17 +26,47 @@
 #include <OpenSG/OSGSimpleAttachments.h>
 #include <OpenSG/OSGSimpleMaterial.h>
 #include <zeOpenSGExt/OSGCameraSetting.h>
-#include <zeOpenSGExt/OSGPerspectiveCamera2.h>
 #include <zeOpenSGExt/OSGTransform3D.h>
+#include <zeOpenSGExt/OSGTransformAttachment.h>
 #include <zeOpenSGUtils/zeNodeUtils.h>
+#include <zeOpenSGUtils/zeOpenSGUtils.h>
+#include <zeUtils/zeMessage.h>
 
 #include <cstdio>
+#include <initializer_list>
 #include <string>
-#include <vector>
+#include <utility>
 
 using namespace osg;
 
 namespace {
+
+typedef zeAnimationController Controller;
+
+double simulatedSeconds = 0.0; // the host's clock, advanced by the frame loop below
+bool clipRequested = false;    // set by the trigger connection, acted on by the host
+std::string notes;             // what the host heard during the current frame
+
+double hostTime()
+{
+    return simulatedSeconds;
+}
+
+void note(const std::string& text)
+{
+    notes += "\n        " + text;
+}
+
+void runHostSequence(const std::string& name)
+{
+    note("host runs sequence \"" + name + "\"");
+}
+
+void lightsAreUp()
+{
+    note("trigger: \"lights up\" ended -> host function starts the clip");
+    clipRequested = true;
+}
 
 NodePtr makeNode(const NodeCorePtr& core, const char* name)
 {
@@ -35,53 +78,27 @@ NodePtr makeNode(const NodeCorePtr& core, const char* name)
     return node;
 }
 
-// Number of float components of a field's content type, 0 when it has none.
-UInt32 floatComponents(const Field& field)
+// A curve on one animatable attribute of a node, through the given (frame, value) keys.
+zeAnimationCurve2D* curve(const NodePtr& node, const char* attribute,
+                          std::initializer_list<std::pair<float, float>> keys)
 {
-    struct Kind
-    {
-        UInt32 typeId;
-        UInt32 components;
-    };
-    static const std::vector<Kind> kinds = {
-        {SFColor4f::getClassType().getContentType().getId(), 4},
-        {SFColor3f::getClassType().getContentType().getId(), 3},
-        {SFVec4f::getClassType().getContentType().getId(), 4},
-        {SFVec3f::getClassType().getContentType().getId(), 3},
-        {SFVec2f::getClassType().getContentType().getId(), 2},
-        {SFPnt4f::getClassType().getContentType().getId(), 4},
-        {SFPnt3f::getClassType().getContentType().getId(), 3},
-        {SFPnt2f::getClassType().getContentType().getId(), 2},
-        {SFReal64::getClassType().getContentType().getId(), 1},
-        {SFReal32::getClassType().getContentType().getId(), 1},
-    };
-    if (field.getCardinality() != FieldType::SINGLE_FIELD)
-        return 0;
-    for (const Kind& kind : kinds)
-        if (field.getContentType().getId() == kind.typeId)
-            return kind.components;
-    return 0;
+    zeAnimationManager* manager = zeAnimationManager::the();
+    zeAnimationCurve2D* c = manager->createCurve2D(node, attribute);
+    if (!c) {
+        std::printf("zeDemo: no attribute %s on %s\n", attribute, getName(node));
+        return nullptr;
+    }
+    for (const std::pair<float, float>& key : keys)
+        c->addObject(manager->createPoint2D(key.first, key.second, 0));
+    return c;
 }
 
-void listContainer(FieldContainerPtr fc)
+zeAnimationUnit* block(const char* name, std::initializer_list<zeAnimationCurve2D*> curves)
 {
-    const FieldContainerType& type = fc->getType();
-    AttachmentContainerPtr ac = AttachmentContainerPtr::dcast(fc);
-    const Char8* name = ac != NullFC ? getName(ac) : nullptr;
-    std::printf("%4u  %-22s %s\n", getContainerId(fc), type.getCName(), name != nullptr ? name : "");
-    for (UInt32 id = 1; id <= type.getNumFieldDescs(); ++id) {
-        const FieldDescription* desc = type.getFieldDescription(id);
-        Field* field = fc->getField(id);
-        if (desc == nullptr || field == nullptr || desc->isInternal())
-            continue;
-        UInt32 n = floatComponents(*field);
-        if (n == 0)
-            continue;
-        std::string value;
-        field->getValueByStr(value);
-        std::printf("        %-20s %-8s %u  %s\n", desc->getCName(), field->getContentType().getCName(), n,
-                    value.c_str());
-    }
+    zeAnimationUnit* unit = zeAnimationManager::the()->createUnit(name, 0);
+    for (zeAnimationCurve2D* c : curves)
+        unit->addObject(c);
+    return unit;
 }
 
 } // namespace
@@ -90,79 +107,136 @@ int main(int argc, char** argv)
 {
     osgInit(argc, argv);
 
-    // Material group with a red material, over a transformed geometry.
-    SimpleMaterialPtr material = SimpleMaterial::create();
-    beginEditCP(material);
-    material->setDiffuse(Color3f(0.8f, 0.1f, 0.1f));
-    material->setSpecular(Color3f(1.f, 1.f, 1.f));
-    material->setShininess(20.f);
-    endEditCP(material);
-    MaterialGroupPtr materialGroup = MaterialGroup::create();
-    materialGroup->setMaterial(material);
-
-    Transform3DPtr transform = Transform3D::create();
-    beginEditCP(transform, Transform3D::TranslationFieldMask);
-    transform->setTranslation(Vec3f(0.f, 1.f, 0.f));
-    endEditCP(transform, Transform3D::TranslationFieldMask);
+    // ---- The scene ----------------------------------------------------------------------------
+    SimpleMaterialPtr paint = SimpleMaterial::create();
+    beginEditCP(paint, SimpleMaterial::DiffuseFieldMask);
+    paint->setDiffuse(Color3f(0.8f, 0.1f, 0.1f));
+    endEditCP(paint, SimpleMaterial::DiffuseFieldMask);
+    MaterialGroupPtr paintGroup = MaterialGroup::create();
+    paintGroup->setMaterial(paint);
+    Transform3DPtr move = Transform3D::create();
+    CameraSettingPtr camera = CameraSetting::create();
+    DirectionalLightPtr sun = DirectionalLight::create();
 
     NodePtr root = makeNode(Group::create(), "root");
-    NodePtr cameraNode = makeNode(CameraSetting::create(), "camera");
-    NodePtr lightNode = makeNode(DirectionalLight::create(), "sun");
-    NodePtr materialNode = makeNode(materialGroup, "red");
-    NodePtr transformNode = makeNode(transform, "box transform");
-    NodePtr geometryNode = makeNode(Geometry::create(), "box");
-
-    beginEditCP(root, Node::ChildrenFieldMask);
+    NodePtr cameraNode = makeNode(camera, "camera");
+    NodePtr sunNode = makeNode(sun, "sun");
+    NodePtr paintNode = makeNode(paintGroup, "paint");
+    NodePtr boxNode = makeNode(move, "box transform");
+    addRefCP(root);
     root->addChild(cameraNode);
-    root->addChild(lightNode);
-    endEditCP(root, Node::ChildrenFieldMask);
-    lightNode->addChild(materialNode);
-    materialNode->addChild(transformNode);
-    transformNode->addChild(geometryNode);
-    zeNodeUtils::setTransformNodeRotation(transformNode, 0.f, 45.f, 0.f, 0);
+    root->addChild(sunNode);
+    sunNode->addChild(paintNode);
+    paintNode->addChild(boxNode);
+    boxNode->addChild(makeNode(Geometry::create(), "box"));
+    beginEditCP(camera, CameraSetting::FocalLengthFieldMask);
+    camera->setFocalLength(35.0f);
+    endEditCP(camera, CameraSetting::FocalLengthFieldMask);
 
-    DirectionalLightPtr light = DirectionalLightPtr::dcast(lightNode->getCore());
-    light->setBeacon(cameraNode);
+    zeAnimationManager* manager = zeAnimationManager::the();
+    manager->init(nullptr);
+    zeAnimationManager::setSceneRootNode(root);
+    Controller* controller = Controller::the();
+    Controller::setSimulationTimeCB(&hostTime);
+    Controller::setExecuteSequenceCB(&runHostSequence);
 
-    // The render camera is not part of the graph; its beacon is the camera node.
-    PerspectiveCamera2Ptr camera = PerspectiveCamera2::create();
-    beginEditCP(camera);
-    camera->setBeacon(cameraNode);
-    camera->setFov(osgdegree2rad(45.f));
-    camera->setNear(0.1f);
-    camera->setFar(100.f);
-    endEditCP(camera);
-    addRefCP(camera);
+    // ---- The animation ------------------------------------------------------------------------
+    // Per-object playback, frames 0 to 10: the sun comes up.
+    zeAnimationUnit* lightsUp = block("lights up", {curve(sunNode, "diffuseR", {{0, 0.1f}, {10, 1.0f}}),
+                                                    curve(sunNode, "diffuseG", {{0, 0.1f}, {10, 0.9f}}),
+                                                    curve(sunNode, "diffuseB", {{0, 0.1f}, {10, 0.7f}})});
+    manager->createConnection(lightsUp, zeAnimationManager::TriggerEnd, &lightsAreUp);
 
-    std::printf("zeDemo: scene graph\n");
-    struct Printer
-    {
-        int depth = 0;
-        Action::ResultE enter(NodePtr& node)
-        {
-            std::printf("  %*s%s (%s)\n", 2 * depth++, "", getName(node), node->getCore()->getTypeName());
-            return Action::Continue;
-        }
-        Action::ResultE leave(NodePtr&, Action::ResultE result)
-        {
-            --depth;
-            return result;
-        }
-    } printer;
-    traverse(
-        root,
-        osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Printer, NodePtr>(&printer, &Printer::enter),
-        osgTypedMethodFunctor2ObjPtrCPtrRef<Action::ResultE, Printer, NodePtr, Action::ResultE>(
-            &printer, &Printer::leave));
+    // The clip, frames 0 to 40 on the global timeline, one track per block.
+    zeAnimationStrip* clip = manager->createStrip("showcase", 0);
+    clip->addObject(block("box slides and turns", {curve(boxNode, "translationX", {{0, 0.0f}, {30, 3.0f}}),
+                                                   curve(boxNode, "rotationY", {{0, 0.0f}, {30, 90.0f}})}));
+    clip->addObject(block("camera zooms", {curve(cameraNode, "focalLength", {{10, 35.0f}, {25, 85.0f}})}));
+    clip->addObject(block("box turns blue", {curve(paintNode, "diffuseR", {{15, 0.8f}, {35, 0.1f}}),
+                                             curve(paintNode, "diffuseB", {{15, 0.1f}, {35, 0.8f}})}));
+    clip->addObject(block("sun sets", {curve(sunNode, "diffuseG", {{25, 0.9f}, {40, 0.4f}}),
+                                       curve(sunNode, "diffuseB", {{25, 0.7f}, {40, 0.2f}})}));
+    zeAnimationSequence* fireworks = manager->createSequence("fireworks", 0);
+    fireworks->setBegin(20.0f);
+    fireworks->setEnd(20.0f);
+    clip->addObject(fireworks);
+
+    // ---- What the host hears ------------------------------------------------------------------
+    // The two frame messages arrive every frame and are shown as columns; the rest as notes.
+    float clipFrame = 0.0f;
+    int wholeFrame = 0;
+    bool frameSent = false;
+    bool wholeSent = false;
+    zeOpenSGUtils::registerReceiver("currentFrameChanged", [&](zeMessage& m) {
+        const boost::any frame = m.getValue("frame");
+        const boost::any sender = m.getValue("sender");
+        const float* f = boost::any_cast<float>(&frame);
+        const Controller::AnimationWidget* w = boost::any_cast<Controller::AnimationWidget>(&sender);
+        frameSent = f && w && *w == Controller::PlayGlobal;
+        clipFrame = f ? *f : 0.0f;
+    });
+    zeOpenSGUtils::registerReceiver("currentFullFrameChanged", [&](zeMessage& m) {
+        const boost::any frame = m.getValue("frame");
+        const int* f = boost::any_cast<int>(&frame);
+        wholeSent = f != nullptr;
+        wholeFrame = f ? *f : 0;
+    });
+    zeOpenSGUtils::registerReceiver("finishedPlayingGlobal", [](zeMessage&) {
+        note("message finishedPlayingGlobal: the clip has ended");
+    });
 
     std::printf(
-        "\nzeDemo: containers (id, type, name) and animatable fields (name, type, components, value)\n");
-    const std::vector<FieldContainerPtr>& store = *FieldContainerFactory::the()->getFieldContainerStore();
-    for (const FieldContainerPtr& fc : store)
-        if (fc != NullFC)
-            listContainer(fc);
+        "zeDemo: \"lights up\" plays on its own; its end trigger starts the clip \"showcase\" on the\n"
+        "global timeline. One line per host frame at 25 fps. \"clip\" and \"whole\" are the frames\n"
+        "received in the messages currentFrameChanged and currentFullFrameChanged; the other columns\n"
+        "are read back from the scene graph. The host reads its clock half a millisecond after each\n"
+        "tick, hence the clip's extra hundredth of a frame.\n\n");
+    std::printf("host   clip whole |  box x  box rotY | focal |  paint r,g,b   |   sun r,g,b\n");
 
-    subRefCP(camera);
+    controller->enqueueObject(lightsUp, true);
+    const float fps = Controller::getFPS();
+    for (int frame = 0; frame <= 60; ++frame) {
+        simulatedSeconds = frame / static_cast<double>(fps); // the frame's tick
+        frameSent = false;
+        wholeSent = false;
+        controller->loop(); // per-object playback; may fire the trigger
+        if (clipRequested) {
+            clipRequested = false;
+            Controller::initSequences(clip->getSequencesRecursive());
+            controller->playGlobal(clip->getId(), false, false, 0.0f, 40.0f, 0.0f);
+        }
+        // The global step reads the clock a moment after the tick, as a render loop would; frames
+        // are float seconds times fps, so a reading exactly on a tick may land a hair below it.
+        simulatedSeconds += 0.0005;
+        controller->playLoop();
+
+        TransformAttachmentPtr turn = zeNodeUtils::getTransformAttachment(boxNode);
+        const float rotY = turn != NullFC ? turn->getRotationAngles()[1] : 0.0f;
+        const Color3f& p = paint->getDiffuse();
+        const Color4f& s = sun->getDiffuse();
+        char clipText[16] = "     -";
+        char wholeText[16] = "    -";
+        if (frameSent)
+            std::snprintf(clipText, sizeof(clipText), "%6.2f", clipFrame);
+        if (wholeSent)
+            std::snprintf(wholeText, sizeof(wholeText), "%5d", wholeFrame);
+        std::printf("%4d %s %s | %6.2f  %7.1f | %5.1f | %4.2f %4.2f %4.2f | %4.2f %4.2f %4.2f%s\n", frame,
+                    clipText, wholeText, move->getTranslation()[0], rotY, camera->getFocalLength(), p[0],
+                    p[1], p[2], s[0], s[1], s[2], notes.c_str());
+        notes.clear();
+        if (!Controller::isPlayingGlobal() && !controller->isPlaying() && frame > 10)
+            break;
+    }
+
+    zeOpenSGUtils::unregisterReceiver("currentFrameChanged");
+    zeOpenSGUtils::unregisterReceiver("currentFullFrameChanged");
+    zeOpenSGUtils::unregisterReceiver("finishedPlayingGlobal");
+    for (const auto& entry : manager->getObjects()) {
+        if (zeAnimationObject* object = manager->getObject(entry.first))
+            manager->destroyObject(object);
+    }
+    manager->destroyAllFields();
+    zeAnimationManager::setSceneRootNode(NullFC);
     subRefCP(root);
     osgExit();
     return 0;

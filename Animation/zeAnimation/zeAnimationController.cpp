@@ -203,7 +203,13 @@ void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, fl
         // local frame is wrapped.
         const float objectBegin = object->getBegin();
         const float objectEnd = object->getEnd();
-        for (zeAnimationCurve2D* curve : object->getCurves()) {
+        // The curve identifiers are resolved in place rather than through getCurves(), which
+        // would build a list per object on every frame.
+        zeAnimationManager* m = manager();
+        for (osg::UInt64 curveId : object->getCurveIds()) {
+            zeAnimationCurve2D* curve = m->getCurve2D(curveId);
+            if (!curve)
+                continue;
             const std::pair<zeAnimationCurve2D*, float> entry(curve, local);
             if (motionBlurOnly) {
                 if (curve->getMotionBlur() && objectBegin <= frame && frame <= objectEnd)
@@ -222,8 +228,11 @@ void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, fl
     zeAnimationObject::DepthGuard guard;
     if (!guard.ok())
         return;
-    for (zeAnimationObject* child : object->getObjects())
-        collectCurvesWithFrame(child, frame, past, active, future, motionBlurOnly);
+    zeAnimationManager* m = manager();
+    for (osg::UInt64 childId : object->getChildIds()) {
+        if (zeAnimationObject* child = m->getObject(childId))
+            collectCurvesWithFrame(child, frame, past, active, future, motionBlurOnly);
+    }
 }
 
 namespace {
@@ -284,19 +293,23 @@ bool zeAnimationController::evaluateObject(zeAnimationObject* object, float fram
         readCurve(entry.second.first, entry.second.second, changed);
     updateAnimationFields(changed);
 
-    const float whole = std::trunc(frame);
-    if (whole != object->getLastFullFrame()) {
-        const std::vector<zeAnimationSequence*> sequences = object->getSequencesRecursive();
-        if (!sequences.empty())
-            evaluateSequences(sequences, whole);
-    }
-    object->setLastFullFrame(whole);
-
+    // Everything that reads the object is done before the host's sequences run: a host sequence
+    // may destroy this very object.
     float b = 0.0f;
     float e = 0.0f;
     objectRange(object, b, e);
     const float f = object->isRepeating() ? repeatWrap(frame, b, e) : frame;
-    return (f < b && object->getReversePlay()) || (f > e && !object->getReversePlay());
+    const bool finished = (f < b && object->getReversePlay()) || (f > e && !object->getReversePlay());
+
+    const float whole = std::trunc(frame);
+    const bool newWholeFrame = whole != object->getLastFullFrame();
+    object->setLastFullFrame(whole);
+    if (newWholeFrame) {
+        const std::vector<zeAnimationSequence*> sequences = object->getSequencesRecursive();
+        if (!sequences.empty())
+            evaluateSequences(sequences, whole);
+    }
+    return finished;
 }
 
 void zeAnimationController::evaluate(float frame, bool motionBlurOnly)
@@ -725,14 +738,23 @@ void zeAnimationController::evaluateSequences(const std::vector<zeAnimationSeque
     const bool simulationWasOn = _isSimEnableCB && _isSimEnableCB();
     if (simulationWasOn && _enableSimCB)
         _enableSimCB(false);
-    for (zeAnimationSequence* sequence : sequences) {
-        if (!sequence || !sequence->isActive())
+    // A host sequence may destroy animation objects, these sequences among them: each one is
+    // looked up again by identifier before it is touched, and a destroyed one is skipped.
+    std::vector<osg::UInt64> ids;
+    ids.reserve(sequences.size());
+    for (zeAnimationSequence* sequence : sequences)
+        ids.push_back(sequence ? sequence->getId() : 0);
+    zeAnimationManager* m = manager();
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        zeAnimationSequence* sequence = m->getSequence(ids[i]);
+        if (!sequence || sequence != sequences[i] || !sequence->isActive())
             continue;
         // An armed sequence fires once as soon as playback is at or past its begin, even after a
         // jump past its end; inside its range it fires at every whole-frame change.
         if (frame >= sequence->getBegin() && (sequence->isDirty() || frame <= sequence->getEnd())) {
             executeSequence(std::string(sequence->getName()));
-            sequence->setDirty(false);
+            if (m->getSequence(ids[i]) == sequence)
+                sequence->setDirty(false);
         }
     }
     if (simulationWasOn && _enableSimCB)

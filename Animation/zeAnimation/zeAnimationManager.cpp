@@ -62,6 +62,7 @@ zeAnimationManager::~zeAnimationManager()
     _objects.clear();
     _objectIndex.clear();
     _fields.clear();
+    _fieldIndex.clear();
 }
 
 void zeAnimationManager::init(QWidget*)
@@ -169,6 +170,8 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
     if (registered) {
         _fields.erase(entry);
         _fields.emplace(target, field);
+        _fieldIndex.erase(old);
+        _fieldIndex[target] = field;
     }
 }
 
@@ -208,7 +211,8 @@ void zeAnimationManager::unregisterPointer(zeAnimationObject* object)
 
 void zeAnimationManager::registerField(zeAnimationField* field)
 {
-    _fields.emplace(field->id, field);
+    if (_fields.emplace(field->id, field).second)
+        _fieldIndex.emplace(field->id, field);
 }
 
 template <class T>
@@ -297,8 +301,8 @@ zeAnimationSequence* zeAnimationManager::getSequence(osg::UInt64 id) const
 
 zeAnimationField* zeAnimationManager::getField(osg::UInt64 id) const
 {
-    const FieldMap::const_iterator it = _fields.find(id);
-    return it == _fields.end() ? nullptr : it->second;
+    const std::unordered_map<osg::UInt64, zeAnimationField*>::const_iterator it = _fieldIndex.find(id);
+    return it == _fieldIndex.end() ? nullptr : it->second;
 }
 
 zeAnimationObject* zeAnimationManager::getObject(const std::string& name) const
@@ -664,8 +668,10 @@ void zeAnimationManager::destroyField(zeAnimationField* field)
         for (entry = _fields.begin(); entry != _fields.end() && entry->second != field; ++entry) {
         }
     }
-    if (entry != _fields.end())
+    if (entry != _fields.end()) {
+        _fieldIndex.erase(entry->first);
         _fields.erase(entry);
+    }
     delete field;
 }
 
@@ -732,6 +738,7 @@ void zeAnimationManager::destroyAllFields()
     for (FieldMap::value_type& entry : _fields)
         delete entry.second;
     _fields.clear();
+    _fieldIndex.clear();
 }
 
 void zeAnimationManager::destroyUnreferencedObjectsAndFields()

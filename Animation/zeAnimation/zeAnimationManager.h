@@ -250,6 +250,8 @@ private:
     std::unordered_map<osg::UInt64, zeAnimationObject*> _objectIndex;
     osg::UInt64 _registryRemovals;
     osg::UInt64 _registryAdditions;
+    // The same over _fields: every curve evaluation looks its field up.
+    std::unordered_map<osg::UInt64, zeAnimationField*> _fieldIndex;
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
     const std::unordered_set<osg::UInt64>* _bulkSurvivors;

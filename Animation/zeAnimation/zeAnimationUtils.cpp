@@ -309,6 +309,31 @@ bool rotationIndex(const std::string& attribute, osg::UInt32& index)
     return true;
 }
 
+// Writes the field's value into one float (or the double) of a directly handled scene field; a
+// value already there is not written, so it causes no change notification.
+bool writeComponent(const osg::FieldContainerPtr& container, osg::Field* sceneField, ContentKind kind,
+                    osg::BitVector mask, const std::string& name, const zeAnimationField& field)
+{
+    const float sceneValue = toScene(name, field.value);
+    if (kind == KindReal64) {
+        osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
+        const double wanted = static_cast<double>(sceneValue);
+        if (real->getValue() == wanted)
+            return true;
+        osg::beginEditCP(container, mask, 1);
+        real->setValue(wanted);
+        osg::endEditCP(container, mask, 1);
+        return true;
+    }
+    float* component = floatComponent(sceneField, kind, componentIndex(kind, field.valuePos));
+    if (sameValue(*component, sceneValue))
+        return true;
+    osg::beginEditCP(container, mask, 1);
+    *component = sceneValue;
+    osg::endEditCP(container, mask, 1);
+    return true;
+}
+
 } // namespace
 
 float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
@@ -391,6 +416,15 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
     if (container == osg::NullFC)
         return false;
+    // Finding the field by name is the expensive part of a write; a field written before goes
+    // straight to the component it found then, as long as its container is still the same one.
+    zeAnimationField::SceneBinding& binding = field->binding;
+    if (binding.sceneField && binding.container == container.getCPtr() &&
+        binding.containerId == field->fcID && binding.valuePos == field->valuePos &&
+        binding.typeId == container->getType().getId() && binding.name == field->name)
+        return writeComponent(container, static_cast<osg::Field*>(binding.sceneField),
+                              static_cast<ContentKind>(binding.kind), binding.mask, field->name, *field);
+    binding.sceneField = nullptr;
     const std::string& attribute = field->attribute;
     std::string name = field->name;
     osg::Field* sceneField = container->getField(name.c_str());
@@ -480,31 +514,25 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     }
 
     const ContentKind kind = contentKind(sceneField);
-    const float sceneValue = toScene(name, field->value);
-    if (kind == KindReal64) {
-        osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
-        const double wanted = static_cast<double>(sceneValue);
-        if (real->getValue() == wanted)
-            return true;
-        const osg::BitVector mask = fieldMask(container, name);
-        osg::beginEditCP(container, mask, 1);
-        real->setValue(wanted);
-        osg::endEditCP(container, mask, 1);
-        return true;
-    }
     if (kind != KindOther) {
-        const osg::UInt32 index = componentIndex(kind, field->valuePos);
-        if (index >= componentCount(kind))
+        if (kind != KindReal64 && componentIndex(kind, field->valuePos) >= componentCount(kind))
             return false;
-        float* component = floatComponent(sceneField, kind, index);
-        if (sameValue(*component, sceneValue))
-            return true;
         const osg::BitVector mask = fieldMask(container, name);
-        osg::beginEditCP(container, mask, 1);
-        *component = sceneValue;
-        osg::endEditCP(container, mask, 1);
-        return true;
+        // Only a field written straight into its own scene field is remembered; a camera view
+        // field is redirected by the camera's viewpoint flag, which may change at any time.
+        if (name == field->name) {
+            binding.container = container.getCPtr();
+            binding.containerId = static_cast<osg::UInt32>(field->fcID);
+            binding.typeId = container->getType().getId();
+            binding.valuePos = field->valuePos;
+            binding.name = field->name;
+            binding.sceneField = sceneField;
+            binding.kind = kind;
+            binding.mask = mask;
+        }
+        return writeComponent(container, sceneField, kind, mask, name, *field);
     }
+    const float sceneValue = toScene(field->name, field->value);
     std::string text;
     sceneField->getValueByStr(text);
     const bool isBool = text == "TRUE" || text == "FALSE";
