@@ -205,21 +205,16 @@ void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, fl
         const float objectEnd = object->getEnd();
         // The curve identifiers are resolved in place rather than through getCurves(), which
         // would build a list per object on every frame.
-        zeAnimationManager* m = manager();
-        for (osg::UInt64 curveId : object->getCurveIds()) {
-            zeAnimationCurve2D* curve = m->getCurve2D(curveId);
-            if (!curve)
-                continue;
-            const std::pair<zeAnimationCurve2D*, float> entry(curve, local);
+        for (zeAnimationCurve2D* curve : object->getResolvedCurves()) {
             if (motionBlurOnly) {
                 if (curve->getMotionBlur() && objectBegin <= frame && frame <= objectEnd)
-                    active.emplace(objectBegin, entry);
+                    active.push_back(CurveFrame{objectBegin, curve, local});
             } else if (objectBegin > frame) {
-                future.emplace(objectEnd, entry);
+                future.push_back(CurveFrame{objectEnd, curve, local});
             } else if (objectEnd < frame) {
-                past.emplace(objectBegin, entry);
+                past.push_back(CurveFrame{objectBegin, curve, local});
             } else {
-                active.emplace(objectBegin, entry);
+                active.push_back(CurveFrame{objectBegin, curve, local});
             }
         }
         return;
@@ -276,22 +271,39 @@ bool zeAnimationController::evaluateObject(zeAnimationObject* object, float fram
 {
     if (!object)
         return true;
+    // The scratch lists are taken over for the duration of the call (and handed back after), so a
+    // host callback that evaluates again meanwhile works on lists of its own.
     CurveFrameMap past;
     CurveFrameMap active;
     CurveFrameMap future;
+    std::vector<zeAnimationField*> changed;
+    past.swap(pastScratch);
+    active.swap(activeScratch);
+    future.swap(futureScratch);
+    changed.swap(changedFields);
+    past.clear();
+    active.clear();
+    future.clear();
+    changed.clear();
     collectCurvesWithFrame(object, frame, past, active, future, motionBlurOnly);
+    const auto byKey = [](const CurveFrame& a, const CurveFrame& b) { return a.key < b.key; };
+    std::stable_sort(past.begin(), past.end(), byKey);
+    std::stable_sort(active.begin(), active.end(), byKey);
+    std::stable_sort(future.begin(), future.end(), byKey);
 
     // Not yet started objects show their first value, finished ones their last, running ones
     // override both; among equals the later-starting object wins.
-    std::vector<zeAnimationField*>& changed = changedFields;
-    changed.clear();
     for (CurveFrameMap::reverse_iterator it = future.rbegin(); it != future.rend(); ++it)
-        readCurve(it->second.first, it->second.second, changed);
-    for (const CurveFrameMap::value_type& entry : past)
-        readCurve(entry.second.first, entry.second.second, changed);
-    for (const CurveFrameMap::value_type& entry : active)
-        readCurve(entry.second.first, entry.second.second, changed);
+        readCurve(it->curve, it->frame, changed);
+    for (const CurveFrame& entry : past)
+        readCurve(entry.curve, entry.frame, changed);
+    for (const CurveFrame& entry : active)
+        readCurve(entry.curve, entry.frame, changed);
     updateAnimationFields(changed);
+    pastScratch.swap(past);
+    activeScratch.swap(active);
+    futureScratch.swap(future);
+    changedFields.swap(changed);
 
     // Everything that reads the object is done before the host's sequences run: a host sequence
     // may destroy this very object.
@@ -870,16 +882,54 @@ bool zeAnimationController::computeCurveValue(zeAnimationCurve2D* curve, float f
     case zeAnimationCurve2D::InsideSegment:
         break;
     }
-    const float x0 = k0->getX();
-    const float y0 = k0->getY();
-    const float x1 = k1->getX();
-    const float y1 = k1->getY();
-    const float h0x = k0->getOutTangentX();
-    const float h0y = k0->getOutTangentY();
-    const float h1x = k1->getInTangentX();
-    const float h1y = k1->getInTangentY();
+    // What does not depend on the frame is kept on the curve for the segment solved last, as
+    // long as no key or handle moved and no object left the registry since: playback reads the
+    // same segment frame after frame, and this spares it the keys and handles themselves.
+    zeAnimationCurve2D::SegmentSolve& solve = curve->segmentSolve();
+    const osg::UInt64 positionEpoch = zeControlPoint2D::getPositionEpoch();
+    const osg::UInt64 removals = zeAnimationManager::the()->getRegistryRemovals();
+    if (!solve.valid || solve.k0 != k0 || solve.k1 != k1 || solve.positionEpoch != positionEpoch ||
+        solve.removals != removals) {
+        solve.k0 = k0;
+        solve.k1 = k1;
+        solve.positionEpoch = positionEpoch;
+        solve.removals = removals;
+        solve.x0 = k0->getX();
+        solve.y0 = k0->getY();
+        solve.x1 = k1->getX();
+        solve.y1 = k1->getY();
+        const float h0x = k0->getOutTangentX();
+        solve.h0y = k0->getOutTangentY();
+        const float h1x = k1->getInTangentX();
+        solve.h1y = k1->getInTangentY();
+        solve.dx = static_cast<double>(solve.x1) - static_cast<double>(solve.x0);
+        // Both inner handles on their keys: a step, not a straight line.
+        solve.step = h1x == solve.x1 && solve.h1y == solve.y1 && h0x == solve.x0 && solve.h0y == solve.y0;
+        if (solve.dx != 0.0 && !solve.step) {
+            const double dx = solve.dx;
+            const double a = (static_cast<double>(h0x) - static_cast<double>(solve.x0)) / dx;
+            const double b = (static_cast<double>(h1x) - static_cast<double>(solve.x0)) / dx;
+            const double A = 1.0 - 3.0 * b + 3.0 * a;
+            const double B = 3.0 * b - 6.0 * a;
+            const double C = 3.0 * a;
+            solve.A = A;
+            solve.p = (3.0 * A * C - B * B) / (3.0 * A * A);
+            // q = 2B^3/(27A^3) - BC/(3A^2) - u/A, evaluated left to right: the first difference
+            // does not depend on the frame.
+            solve.q0 = 2.0 * B * B * B / (27.0 * A * A * A) - B * C / (3.0 * A * A);
+            solve.s = B / (3.0 * A);
+            solve.p3 = std::pow(solve.p / 3.0, 3.0);
+        }
+        solve.valid = true;
+    }
+    const float x0 = solve.x0;
+    const float y0 = solve.y0;
+    const float x1 = solve.x1;
+    const float y1 = solve.y1;
+    const float h0y = solve.h0y;
+    const float h1y = solve.h1y;
 
-    const double dx = static_cast<double>(x1) - static_cast<double>(x0);
+    const double dx = solve.dx;
     if (dx == 0.0)
         return y0 != 0.0f;
     double u = 0.0;
@@ -890,21 +940,16 @@ bool zeAnimationController::computeCurveValue(zeAnimationCurve2D* curve, float f
     else
         u = (static_cast<double>(frame) - static_cast<double>(x0)) / dx;
 
-    // Both inner handles on their keys: a step, not a straight line.
-    if (h1x == x1 && h1y == y1 && h0x == x0 && h0y == y0) {
+    if (solve.step) {
         value = y0;
         return true;
     }
 
-    const double a = (static_cast<double>(h0x) - static_cast<double>(x0)) / dx;
-    const double b = (static_cast<double>(h1x) - static_cast<double>(x0)) / dx;
-    const double A = 1.0 - 3.0 * b + 3.0 * a;
-    const double B = 3.0 * b - 6.0 * a;
-    const double C = 3.0 * a;
-    const double p = (3.0 * A * C - B * B) / (3.0 * A * A);
-    const double q = 2.0 * B * B * B / (27.0 * A * A * A) - B * C / (3.0 * A * A) - u / A;
-    const double s = B / (3.0 * A);
-    const double D = std::pow(p / 3.0, 3.0) + std::pow(q / 2.0, 2.0);
+    const double A = solve.A;
+    const double p = solve.p;
+    const double q = solve.q0 - u / A;
+    const double s = solve.s;
+    const double D = solve.p3 + std::pow(q / 2.0, 2.0);
 
     double t = 0.0;
     if (std::fabs(D) < kTolerance) {

@@ -46,7 +46,15 @@ public:
     typedef void (*FrameListenerCB)();
 
     // Ordered by begin, then by insertion; each entry is a curve with the local frame to read.
-    typedef std::multimap<float, std::pair<zeAnimationCurve2D*, float>> CurveFrameMap;
+    struct CurveFrame
+    {
+        float key;                 // the owning object's begin (its end for the future list)
+        zeAnimationCurve2D* curve; // the curve to read
+        float frame;               // the local frame to read it at
+    };
+    // Entries in collection order; evaluation sorts them stably by key, which orders them as a
+    // multimap from key to (curve, frame) would, without an allocation per entry.
+    typedef std::vector<CurveFrame> CurveFrameMap;
 
     static zeAnimationController* the();
 
@@ -212,6 +220,9 @@ private:
 
     // Scratch space reused by every evaluation so that a frame allocates nothing once warm.
     std::vector<zeAnimationField*> changedFields;
+    CurveFrameMap pastScratch;
+    CurveFrameMap activeScratch;
+    CurveFrameMap futureScratch;
 };
 
 #endif // ZEANIMATIONCONTROLLER_H

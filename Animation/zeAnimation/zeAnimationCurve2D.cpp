@@ -49,12 +49,14 @@ zeAnimationCurve2D::zeAnimationCurve2D(const std::string& curveName, osg::UInt64
     // The curve's own identifier in its own curve set is what carries it up the tree when it is
     // added to a block, and what lets its triggerLoop run.
     curveIds.insert(id);
+    touchSummaries();
 }
 
 zeAnimationCurve2D::zeAnimationCurve2D(const zeAnimationCurve2D& other) : zeAnimationCurve2D()
 {
     id = manager()->createUID();
     curveIds.insert(id);
+    touchSummaries();
     name = other.name;
     fieldId = other.fieldId;
     color = other.color;
@@ -125,7 +127,17 @@ void zeAnimationCurve2D::setAnimationField(zeAnimationField* field)
 
 zeAnimationField* zeAnimationCurve2D::getAnimationField() const
 {
-    return fieldId ? manager()->getField(fieldId) : nullptr;
+    if (fieldId == 0)
+        return nullptr;
+    // Playback asks for the field of every curve on every frame; the lookup is repeated only
+    // after the field registry changed.
+    const zeAnimationManager* m = manager();
+    if (boundField.id != fieldId || boundField.epoch != m->getFieldEpoch()) {
+        boundField.field = m->getField(fieldId);
+        boundField.id = fieldId;
+        boundField.epoch = m->getFieldEpoch();
+    }
+    return boundField.field;
 }
 
 osg::NodePtr zeAnimationCurve2D::getParentOSGNode() const
@@ -604,6 +616,7 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
     if (curveIds.count(id) == 0) {
         // The curve lost its own entry when its last key went; it comes back with this key.
         curveIds.insert(id);
+        touchSummaries();
         updateBy(this, Add, true);
     } else {
         updateBy(key, Add, true);
@@ -724,6 +737,7 @@ void zeAnimationCurve2D::setPoints(const std::vector<zeControlPoint2D*>& points)
         m->destroyPoint2D(loser);
     }
     curveIds.insert(id);
+    touchSummaries();
     updateBy(this, kept.empty() ? Remove : Add, true);
 }
 

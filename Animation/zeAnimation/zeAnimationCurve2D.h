@@ -106,6 +106,44 @@ protected:
     osg::UInt64 fieldId;
     osg::Color3f color;
 
+public:
+    // Scratch space of the evaluator (zeAnimationController::computeCurveValue): the segment it
+    // solved last and the terms of the solve that do not depend on the frame, with what they
+    // were computed from. Not part of the curve's state; never copied.
+    struct SegmentSolve
+    {
+        SegmentSolve() = default;
+        SegmentSolve(const SegmentSolve&) {}
+        SegmentSolve& operator=(const SegmentSolve&)
+        {
+            valid = false;
+            return *this;
+        }
+
+        bool valid = false;
+        bool step = false;
+        const zeControlPoint2D* k0 = nullptr;
+        const zeControlPoint2D* k1 = nullptr;
+        osg::UInt64 positionEpoch = 0;
+        osg::UInt64 removals = 0;
+        float x0 = 0.0f, y0 = 0.0f, x1 = 0.0f, y1 = 0.0f, h0y = 0.0f, h1y = 0.0f;
+        double dx = 0.0, A = 0.0, p = 0.0, q0 = 0.0, s = 0.0, p3 = 0.0;
+    };
+    SegmentSolve& segmentSolve() const { return solve; }
+
+private:
+    mutable SegmentSolve solve;
+
+    struct BoundField
+    {
+        zeAnimationField* field = nullptr;
+        osg::UInt64 id = 0;
+        osg::UInt64 epoch = ~osg::UInt64(0);
+    };
+    mutable BoundField boundField;
+
+protected:
+
     static zeAnimationCurve2D _the;
 
 private:

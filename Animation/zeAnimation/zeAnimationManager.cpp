@@ -42,7 +42,7 @@ zeAnimationManager* zeAnimationManager::the()
 }
 
 zeAnimationManager::zeAnimationManager()
-    : QObject(nullptr), _oldID(0), _newID(0), _registryRemovals(0), _registryAdditions(0),
+    : QObject(nullptr), _oldID(0), _newID(0), _registryRemovals(0), _registryAdditions(0), _fieldEpoch(0),
       _bulkSurvivors(nullptr)
 {
 }
@@ -63,6 +63,7 @@ zeAnimationManager::~zeAnimationManager()
     _objectIndex.clear();
     _fields.clear();
     _fieldIndex.clear();
+    ++_fieldEpoch;
 }
 
 void zeAnimationManager::init(QWidget*)
@@ -171,6 +172,7 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
         _fields.erase(entry);
         _fields.emplace(target, field);
         _fieldIndex.erase(old);
+        ++_fieldEpoch;
         _fieldIndex[target] = field;
     }
 }
@@ -213,6 +215,7 @@ void zeAnimationManager::registerField(zeAnimationField* field)
 {
     if (_fields.emplace(field->id, field).second)
         _fieldIndex.emplace(field->id, field);
+    ++_fieldEpoch;
 }
 
 template <class T>
@@ -671,6 +674,7 @@ void zeAnimationManager::destroyField(zeAnimationField* field)
     if (entry != _fields.end()) {
         _fieldIndex.erase(entry->first);
         _fields.erase(entry);
+        ++_fieldEpoch;
     }
     delete field;
 }
@@ -739,6 +743,7 @@ void zeAnimationManager::destroyAllFields()
         delete entry.second;
     _fields.clear();
     _fieldIndex.clear();
+    ++_fieldEpoch;
 }
 
 void zeAnimationManager::destroyUnreferencedObjectsAndFields()

@@ -95,6 +95,8 @@ public:
     FieldMap getFields() const { return _fields; }
     std::size_t getObjectCount() const { return _objects.size(); }
     std::size_t getFieldCount() const { return _fields.size(); }
+    // Changes whenever a field is registered, renumbered or destroyed.
+    osg::UInt64 getFieldEpoch() const { return _fieldEpoch; }
     bool isObjectNameUnique(const std::string& name) const;
     // Count how often an identifier left or joined the object registry. Caches of resolved
     // identifiers compare them with the values they were built at: an entry they hold can only
@@ -252,6 +254,7 @@ private:
     osg::UInt64 _registryAdditions;
     // The same over _fields: every curve evaluation looks its field up.
     std::unordered_map<osg::UInt64, zeAnimationField*> _fieldIndex;
+    osg::UInt64 _fieldEpoch;
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
     const std::unordered_set<osg::UInt64>* _bulkSurvivors;

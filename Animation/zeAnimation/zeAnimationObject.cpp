@@ -10,6 +10,7 @@
 osg::UInt32 zeAnimationObject::_typeID = 0;
 int zeAnimationObject::_depth = 0;
 osg::UInt64 zeAnimationObject::_childListEpoch = 0;
+osg::UInt64 zeAnimationObject::_summaryEpoch = 0;
 zeAnimationObject zeAnimationObject::_the;
 
 namespace {
@@ -166,8 +167,9 @@ zeAnimationObject* zeAnimationObject::subObject(zeAnimationObject* object, bool)
 void zeAnimationObject::mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source,
                                        Operation op)
 {
-    if (!source)
+    if (!source || (op != Remove && op != Add))
         return;
+    ++_summaryEpoch;
     if (op == Remove) {
         if (source == target) {
             target->curveIds.clear();
@@ -324,14 +326,29 @@ std::list<zeAnimationObject*> zeAnimationObject::getObjects() const
 
 std::vector<zeAnimationCurve2D*> zeAnimationObject::getCurves() const
 {
-    std::vector<zeAnimationCurve2D*> curves;
-    curves.reserve(curveIds.size());
-    zeAnimationManager* m = manager();
+    return getResolvedCurves();
+}
+
+const std::vector<zeAnimationCurve2D*>& zeAnimationObject::getResolvedCurves() const
+{
+    const zeAnimationManager* m = manager();
+    ResolvedCurves& cache = resolvedCurveSet;
+    if (cache.valid && cache.summaryEpoch == _summaryEpoch && cache.removals == m->_registryRemovals &&
+        (!cache.missing || cache.registrations == m->_registryAdditions))
+        return cache.curves;
+    cache.curves.clear();
+    cache.missing = false;
     for (osg::UInt64 curveId : curveIds) {
         if (zeAnimationCurve2D* curve = m->getCurve2D(curveId))
-            curves.push_back(curve);
+            cache.curves.push_back(curve);
+        else
+            cache.missing = true;
     }
-    return curves;
+    cache.summaryEpoch = _summaryEpoch;
+    cache.removals = m->_registryRemovals;
+    cache.registrations = m->_registryAdditions;
+    cache.valid = true;
+    return cache.curves;
 }
 
 std::vector<zeAnimationSequence*> zeAnimationObject::getSequencesRecursive() const

@@ -134,6 +134,12 @@ public:
     // caches derived from a child list can tell that it changed.
     static osg::UInt64 getChildListEpoch() { return _childListEpoch; }
     std::vector<zeAnimationCurve2D*> getCurves() const;
+    // The same curves without building a list; the reference stays valid until the next edit of
+    // the hierarchy or the registry. Playback reads it on every frame.
+    const std::vector<zeAnimationCurve2D*>& getResolvedCurves() const;
+    // Changes whenever any object's curve set changes.
+    static osg::UInt64 getSummaryEpoch() { return _summaryEpoch; }
+    static void touchSummaries() { ++_summaryEpoch; }
     const std::set<osg::UInt64>& getCurveIds() const { return curveIds; }
     std::vector<zeAnimationSequence*> getSequencesRecursive() const;
     const std::set<osg::UInt64>& getSequenceIds() const { return sequenceIds; }
@@ -268,6 +274,20 @@ private:
     static void mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op);
 
     mutable ResolvedChildren resolved;
+
+    // The curve set resolved to curves, kept while no curve set anywhere changed (the summary
+    // epoch) and the registry lost nothing (or gained nothing while an entry was missing).
+    struct ResolvedCurves
+    {
+        std::vector<zeAnimationCurve2D*> curves;
+        osg::UInt64 summaryEpoch = 0;
+        osg::UInt64 removals = 0;
+        osg::UInt64 registrations = 0;
+        bool missing = false;
+        bool valid = false;
+    };
+    mutable ResolvedCurves resolvedCurveSet;
+    static osg::UInt64 _summaryEpoch;
 
     static osg::UInt32 _typeID;
     static int _depth;

@@ -29,6 +29,9 @@ zeControlPoint2D::zeControlPoint2D(float x, float y, const std::string& pointNam
     name = pointName;
     id = pointId != 0 ? pointId : zeAnimationManager::the()->createUID();
     position.setValues(x, y);
+    // A new key may take the address of a destroyed one; evaluation caches keyed by address
+    // must see that positions changed.
+    ++_positionEpoch;
     tangent = isTangent;
     if (!isTangent)
         createHandles();
@@ -40,6 +43,7 @@ zeControlPoint2D::zeControlPoint2D(const zeControlPoint2D& other)
       tangent(other.tangent), tangentType(other.tangentType), tangentLengthMode(other.tangentLengthMode)
 {
     id = zeAnimationManager::the()->createUID();
+    ++_positionEpoch;
     if (other.inTangentPoint) {
         inTangentPoint = new zeControlPoint2D(*other.inTangentPoint);
         inTangentPoint->parentId = id;
