@@ -87,9 +87,7 @@ void sendMessage(const std::string& name, zeMessage& message)
 
 // ---- Singleton and host callbacks -------------------------------------------------------------
 
-zeAnimationController::zeAnimationController() : currentObject(0), evaluateActiveUnits(false)
-{
-}
+zeAnimationController::zeAnimationController() : currentObject(0), evaluateActiveUnits(false) {}
 
 zeAnimationController* zeAnimationController::the()
 {
@@ -188,9 +186,9 @@ osg::PerspectiveCamera2Ptr zeAnimationController::getMainCamera()
 
 // ---- Evaluation -------------------------------------------------------------------------------
 
-void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, float frame, CurveFrameMap& past,
-                                                   CurveFrameMap& active, CurveFrameMap& future,
-                                                   bool motionBlurOnly)
+void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, float frame,
+                                                   CurveFrameMap& past, CurveFrameMap& active,
+                                                   CurveFrameMap& future, bool motionBlurOnly)
 {
     if (!object)
         return;
@@ -367,8 +365,8 @@ void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*
     evaluateCurves(curves, b, e, frame, motionBlurOnly);
 }
 
-void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*>& curves, float begin, float end,
-                                           float frame, bool motionBlurOnly)
+void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*>& curves, float begin,
+                                           float end, float frame, bool motionBlurOnly)
 {
     std::vector<zeAnimationCurve2D*> sorted;
     sorted.reserve(curves.size());
@@ -608,8 +606,8 @@ void zeAnimationController::gotoEnd(zeAnimationObject* object)
     playQueue.erase(object->getId());
 }
 
-void zeAnimationController::playGlobal(const std::vector<osg::UInt64>& ids, bool reverse, bool repeat, float begin,
-                                       float end, float start)
+void zeAnimationController::playGlobal(const std::vector<osg::UInt64>& ids, bool reverse, bool repeat,
+                                       float begin, float end, float start)
 {
     if (&ids != &_playingObjects)
         _playingObjects = ids;
@@ -803,7 +801,8 @@ void zeAnimationController::executeMotionBlur(float t, zeAnimationObject* object
         return;
     std::vector<zeAnimationCurve2D*> curves;
     for (zeAnimationCurve2D* curve : object->getCurves()) {
-        if (curve->isActive() && curve->getMotionBlur() && curve->getBegin() <= frame && frame <= curve->getEnd())
+        if (curve->isActive() && curve->getMotionBlur() && curve->getBegin() <= frame &&
+            frame <= curve->getEnd())
             curves.push_back(curve);
     }
     if (!curves.empty())

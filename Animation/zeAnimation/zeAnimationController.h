@@ -175,8 +175,8 @@ public:
     zeAnimationController& operator=(zeAnimationController&&) = default;
 
 private:
-    void collectCurvesWithFrame(zeAnimationObject* object, float frame, CurveFrameMap& past, CurveFrameMap& active,
-                                CurveFrameMap& future, bool motionBlurOnly);
+    void collectCurvesWithFrame(zeAnimationObject* object, float frame, CurveFrameMap& past,
+                                CurveFrameMap& active, CurveFrameMap& future, bool motionBlurOnly);
     void enqueueWaitingObjects();
     bool motionBlurFrame(float t, const char* where, float& frame);
     static osg::PerspectiveCamera2Ptr getMainCamera();

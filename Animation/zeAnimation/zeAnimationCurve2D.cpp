@@ -42,7 +42,8 @@ zeAnimationCurve2D::zeAnimationCurve2D() : zeAnimationObject(), fieldId(0), colo
     name = "Curve";
 }
 
-zeAnimationCurve2D::zeAnimationCurve2D(const std::string& curveName, osg::UInt64 curveId) : zeAnimationCurve2D()
+zeAnimationCurve2D::zeAnimationCurve2D(const std::string& curveName, osg::UInt64 curveId)
+    : zeAnimationCurve2D()
 {
     name = curveName;
     id = curveId != 0 ? curveId : manager()->createUID();
@@ -473,7 +474,8 @@ zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(zeCon
     const std::vector<zeControlPoint2D*> points = keys();
     for (std::size_t i = 0; point && i < points.size(); ++i) {
         if (points[i] == point)
-            return Neighbours(i > 0 ? points[i - 1] : nullptr, i + 1 < points.size() ? points[i + 1] : nullptr);
+            return Neighbours(i > 0 ? points[i - 1] : nullptr,
+                              i + 1 < points.size() ? points[i + 1] : nullptr);
     }
     return Neighbours(nullptr, nullptr);
 }
@@ -696,8 +698,9 @@ void zeAnimationCurve2D::setPoints(const std::vector<zeControlPoint2D*>& points)
         if (point && point->getTypeID() == 1 && !point->isTangent())
             given.push_back(point);
     }
-    std::stable_sort(given.begin(), given.end(),
-                     [](const zeControlPoint2D* a, const zeControlPoint2D* b) { return a->getX() < b->getX(); });
+    std::stable_sort(given.begin(), given.end(), [](const zeControlPoint2D* a, const zeControlPoint2D* b) {
+        return a->getX() < b->getX();
+    });
     std::vector<zeControlPoint2D*> kept;
     std::vector<zeControlPoint2D*> losers;
     kept.reserve(given.size());
@@ -751,7 +754,8 @@ void zeAnimationCurve2D::changeTangentsOfSelectedPoints(zeControlPoint2D::Tangen
 
 // ---- Moving keys ------------------------------------------------------------------------------
 
-void zeAnimationCurve2D::moveSelectedPoints(const osg::Vec2f& delta, bool snapX, bool snapY, bool, bool useTemp)
+void zeAnimationCurve2D::moveSelectedPoints(const osg::Vec2f& delta, bool snapX, bool snapY, bool,
+                                            bool useTemp)
 {
     bool moved = false;
     for (zeControlPoint2D* key : getSelectedPoints()) {

@@ -143,7 +143,6 @@ private:
     mutable BoundField boundField;
 
 protected:
-
     static zeAnimationCurve2D _the;
 
 private:

@@ -44,8 +44,7 @@ zeAnimationManager* zeAnimationManager::the()
 zeAnimationManager::zeAnimationManager()
     : QObject(nullptr), _oldID(0), _newID(0), _registryRemovals(0), _registryAdditions(0), _fieldEpoch(0),
       _bulkSurvivors(nullptr)
-{
-}
+{}
 
 zeAnimationManager::~zeAnimationManager()
 {
@@ -1086,8 +1085,8 @@ void replaceAttachmentIds(const osg::NodePtr& node, bool objects)
     osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
     if (attachment == osg::NullFC)
         return;
-    const osg::BitVector mask = objects ? osg::AnimAttachment::ObjectIdsFieldMask
-                                        : osg::AnimAttachment::FieldIdsFieldMask;
+    const osg::BitVector mask =
+        objects ? osg::AnimAttachment::ObjectIdsFieldMask : osg::AnimAttachment::FieldIdsFieldMask;
     osg::MFUInt64& ids = objects ? attachment->getObjectIds() : attachment->getFieldIds();
     const osg::UInt64 oldId = zeAnimationManager::the()->getReplacedID();
     const osg::UInt64 newId = zeAnimationManager::the()->getReplacementID();
@@ -1127,5 +1126,6 @@ osg::Action::ResultE zeAnimationManager::collectActualObjectsAndFields(osg::Node
 void zeAnimationManager::walkScene(osg::Action::ResultE (*step)(osg::NodePtr&))
 {
     if (_sceneRoot != osg::NullFC)
-        osg::traverse(_sceneRoot, osg::osgTypedFunctionFunctor1CPtrRef<osg::Action::ResultE, osg::NodePtr>(step));
+        osg::traverse(_sceneRoot,
+                      osg::osgTypedFunctionFunctor1CPtrRef<osg::Action::ResultE, osg::NodePtr>(step));
 }

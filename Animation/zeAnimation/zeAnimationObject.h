@@ -165,7 +165,10 @@ public:
     };
     static constexpr int MaxDepth = 256;
 
-    static zeAnimationObject* resolve(osg::UInt64 objectId) { return zeAnimationManager::the()->getObject(objectId); }
+    static zeAnimationObject* resolve(osg::UInt64 objectId)
+    {
+        return zeAnimationManager::the()->getObject(objectId);
+    }
 
 protected:
     zeAnimationObject();
@@ -215,7 +218,6 @@ protected:
     // last: while the children are added the link is unset, so their summaries stay in the copy
     // instead of climbing into the source's ancestors, which do not list the copy.
     void linkToParentOf(const zeAnimationObject& source);
-
 
     // Members in declared order.
     osg::UInt64 id;

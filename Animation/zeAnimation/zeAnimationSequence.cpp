@@ -13,9 +13,7 @@ const float kEditTolerance = 1e-6f;
 
 } // namespace
 
-zeAnimationSequence::zeAnimationSequence() : zeAnimationObject(), dirty(true)
-{
-}
+zeAnimationSequence::zeAnimationSequence() : zeAnimationObject(), dirty(true) {}
 
 zeAnimationSequence::zeAnimationSequence(const std::string& sequenceName, osg::UInt64 sequenceId)
     : zeAnimationSequence()

@@ -246,7 +246,8 @@ bool isAngleField(const std::string& name)
 
 float toAnimation(const std::string& name, double stored)
 {
-    return isAngleField(name) ? static_cast<float>(stored / 6.283185307179586 * 360.0) : static_cast<float>(stored);
+    return isAngleField(name) ? static_cast<float>(stored / 6.283185307179586 * 360.0)
+                              : static_cast<float>(stored);
 }
 
 float toScene(const std::string& name, float value)
@@ -448,7 +449,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         manager->getFromAtUp(from, at, up);
         if (field->valuePos > 2)
             return false;
-        float* target = attribute == "at" ? &at[field->valuePos]
+        float* target = attribute == "at"   ? &at[field->valuePos]
                         : attribute == "up" ? &up[field->valuePos]
                                             : &from[field->valuePos];
         if (sameValue(*target, field->value))
@@ -547,8 +548,8 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     if (sameValue(values[field->valuePos], held))
         return true;
     values[field->valuePos] = held;
-    const std::string written =
-        isBool ? std::string(floatToBool(sceneValue) ? "TRUE" : "FALSE") : zeString::createStringFromValues(values);
+    const std::string written = isBool ? std::string(floatToBool(sceneValue) ? "TRUE" : "FALSE")
+                                       : zeString::createStringFromValues(values);
     const osg::BitVector mask = fieldMask(container, name);
     osg::beginEditCP(container, mask, 1);
     sceneField->pushValueByStr(written.c_str());
@@ -579,11 +580,13 @@ void zeAnimationUtils::computeCoreTypeID(zeAnimationField* field)
         return;
     }
     const osg::UInt16 group = core->getType().getGroupId();
-    const osg::FieldContainerType* groups[] = {
-        &osg::Transform::getClassType(),        &osg::MaterialGroup::getClassType(),
-        &osg::SpotLight::getClassType(),        &osg::PointLight::getClassType(),
-        &osg::DirectionalLight::getClassType(), &osg::CameraSetting::getClassType(),
-        &osg::Switch::getClassType()};
+    const osg::FieldContainerType* groups[] = {&osg::Transform::getClassType(),
+                                               &osg::MaterialGroup::getClassType(),
+                                               &osg::SpotLight::getClassType(),
+                                               &osg::PointLight::getClassType(),
+                                               &osg::DirectionalLight::getClassType(),
+                                               &osg::CameraSetting::getClassType(),
+                                               &osg::Switch::getClassType()};
     for (const osg::FieldContainerType* type : groups) {
         if (group != type->getGroupId())
             continue;

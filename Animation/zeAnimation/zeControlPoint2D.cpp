@@ -19,8 +19,7 @@ zeControlPoint2D::zeControlPoint2D()
 
 zeControlPoint2D::zeControlPoint2D(const std::string& pointName, osg::UInt64 pointId, bool isTangent)
     : zeControlPoint2D(0.0f, 0.0f, pointName, pointId, isTangent)
-{
-}
+{}
 
 zeControlPoint2D::zeControlPoint2D(float x, float y, const std::string& pointName, osg::UInt64 pointId,
                                    bool isTangent)
@@ -38,9 +37,10 @@ zeControlPoint2D::zeControlPoint2D(float x, float y, const std::string& pointNam
 }
 
 zeControlPoint2D::zeControlPoint2D(const zeControlPoint2D& other)
-    : zeAnimationObject(other), position(other.position), tempPosition(other.tempPosition), inTangentPoint(nullptr),
-      tempInTangent(other.tempInTangent), outTangentPoint(nullptr), tempOutTangent(other.tempOutTangent),
-      tangent(other.tangent), tangentType(other.tangentType), tangentLengthMode(other.tangentLengthMode)
+    : zeAnimationObject(other), position(other.position), tempPosition(other.tempPosition),
+      inTangentPoint(nullptr), tempInTangent(other.tempInTangent), outTangentPoint(nullptr),
+      tempOutTangent(other.tempOutTangent), tangent(other.tangent), tangentType(other.tangentType),
+      tangentLengthMode(other.tangentLengthMode)
 {
     id = zeAnimationManager::the()->createUID();
     ++_positionEpoch;
@@ -378,7 +378,8 @@ bool zeControlPoint2D::computeTangents()
                 outAlong(h, x, y, s, capped((xb - x) / 2.0f, c));
             }
         } else if (length == TangentLengthFixed) {
-            const float s = isFirst ? slope(x, y, xb, yb) : (isLast ? slope(xa, ya, x, y) : slope(xa, ya, xb, yb));
+            const float s =
+                isFirst ? slope(x, y, xb, yb) : (isLast ? slope(xa, ya, x, y) : slope(xa, ya, xb, yb));
             const float a = atanf(s);
             inAtAngle(h, x, y, a, 2.0f);
             outAtAngle(h, x, y, a, 2.0f);
