@@ -640,69 +640,61 @@ void zeAnimationController::playGlobal(osg::UInt64 id, bool reverse, bool repeat
     playGlobal(std::vector<osg::UInt64>(1, id), reverse, repeat, begin, end, start);
 }
 
-void zeAnimationController::gotoGlobalBegin(zeAnimationObject* object)
+void zeAnimationController::showGlobalFrame(float frame)
+{
+    setTimeLineCurrentFrame(frame);
+    setCurveEditorCurrentFrame(frame);
+    setClipMakerCurrentFrame(frame);
+}
+
+void zeAnimationController::gotoGlobal(zeAnimationObject* object, bool atEnd)
 {
     _playing = false;
     if (!object)
         return;
     _curves = object->getCurves();
     _seqs = object->getSequencesRecursive();
-    const float frame = object->getBegin();
+    const float frame = atEnd ? object->getEnd() : object->getBegin();
     evaluateObject(object, frame, false);
-    setTimeLineCurrentFrame(frame);
-    setCurveEditorCurrentFrame(frame);
-    setClipMakerCurrentFrame(frame);
+    showGlobalFrame(frame);
+}
+
+void zeAnimationController::gotoGlobal(const std::vector<zeAnimationCurve2D*>& curves, bool atEnd)
+{
+    _playing = false;
+    if (curves.empty())
+        return;
+    _curves = curves;
+    _seqs.clear();
+    // The search starts from 0 on purpose: curves that all begin after 0 are shown at frame 0
+    // (and curves that all end before 0 at frame 0).
+    float frame = 0.0f;
+    for (zeAnimationCurve2D* curve : _curves) {
+        if (curve)
+            frame = atEnd ? std::max(frame, curve->getEnd()) : std::min(frame, curve->getBegin());
+    }
+    evaluateCurves(_curves, frame, false);
+    showGlobalFrame(frame);
+}
+
+void zeAnimationController::gotoGlobalBegin(zeAnimationObject* object)
+{
+    gotoGlobal(object, false);
 }
 
 void zeAnimationController::gotoGlobalEnd(zeAnimationObject* object)
 {
-    _playing = false;
-    if (!object)
-        return;
-    _curves = object->getCurves();
-    _seqs = object->getSequencesRecursive();
-    const float frame = object->getEnd();
-    evaluateObject(object, frame, false);
-    setTimeLineCurrentFrame(frame);
-    setCurveEditorCurrentFrame(frame);
-    setClipMakerCurrentFrame(frame);
+    gotoGlobal(object, true);
 }
 
 void zeAnimationController::gotoGlobalBegin(const std::vector<zeAnimationCurve2D*>& curves)
 {
-    _playing = false;
-    if (curves.empty())
-        return;
-    _curves = curves;
-    _seqs.clear();
-    // The search starts from 0 on purpose: curves that all begin after 0 are shown at frame 0.
-    float frame = 0.0f;
-    for (zeAnimationCurve2D* curve : _curves) {
-        if (curve)
-            frame = std::min(frame, curve->getBegin());
-    }
-    evaluateCurves(_curves, frame, false);
-    setTimeLineCurrentFrame(frame);
-    setCurveEditorCurrentFrame(frame);
-    setClipMakerCurrentFrame(frame);
+    gotoGlobal(curves, false);
 }
 
 void zeAnimationController::gotoGlobalEnd(const std::vector<zeAnimationCurve2D*>& curves)
 {
-    _playing = false;
-    if (curves.empty())
-        return;
-    _curves = curves;
-    _seqs.clear();
-    float frame = 0.0f;
-    for (zeAnimationCurve2D* curve : _curves) {
-        if (curve)
-            frame = std::max(frame, curve->getEnd());
-    }
-    evaluateCurves(_curves, frame, false);
-    setTimeLineCurrentFrame(frame);
-    setCurveEditorCurrentFrame(frame);
-    setClipMakerCurrentFrame(frame);
+    gotoGlobal(curves, true);
 }
 
 void zeAnimationController::stopGlobal()

@@ -178,6 +178,9 @@ private:
     void collectCurvesWithFrame(zeAnimationObject* object, float frame, CurveFrameMap& past,
                                 CurveFrameMap& active, CurveFrameMap& future, bool motionBlurOnly);
     void enqueueWaitingObjects();
+    static void showGlobalFrame(float frame);
+    void gotoGlobal(zeAnimationObject* object, bool atEnd);
+    void gotoGlobal(const std::vector<zeAnimationCurve2D*>& curves, bool atEnd);
     bool motionBlurFrame(float t, const char* where, float& frame);
     static osg::PerspectiveCamera2Ptr getMainCamera();
 
