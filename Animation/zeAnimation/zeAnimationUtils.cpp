@@ -337,6 +337,18 @@ bool writeComponent(const osg::FieldContainerPtr& container, osg::Field* sceneFi
 
 } // namespace
 
+namespace {
+
+// The container's single-valued field of that name. A multi-valued field holds no one value to
+// animate (and its text form appends rather than replaces), so it counts as absent.
+osg::Field* singleField(const osg::FieldContainerPtr& container, const std::string& name)
+{
+    osg::Field* field = container->getField(name.c_str());
+    return field && field->getCardinality() == osg::FieldType::SINGLE_FIELD ? field : nullptr;
+}
+
+} // namespace
+
 float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
 {
     if (!field)
@@ -346,14 +358,14 @@ float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
     if (container == osg::NullFC)
         return 0.0f;
     std::string name = field->name;
-    osg::Field* sceneField = container->getField(name.c_str());
+    osg::Field* sceneField = singleField(container, name);
     osg::CameraSettingPtr viewCamera = osg::CameraSettingPtr::dcast(container);
     if (!sceneField && viewCamera != osg::NullFC && isViewAttribute(field->attribute)) {
         // The viewpoint's view is the host's; any other camera keeps its view in its own fields.
         if (viewCamera->getIsViewpoint())
             return hostViewComponent(field->attribute, field->valuePos);
         name = field->attribute;
-        sceneField = container->getField(name.c_str());
+        sceneField = singleField(container, name);
     }
     if (sceneField) {
         const ContentKind kind = contentKind(sceneField);
@@ -428,7 +440,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     binding.sceneField = nullptr;
     const std::string& attribute = field->attribute;
     std::string name = field->name;
-    osg::Field* sceneField = container->getField(name.c_str());
+    osg::Field* sceneField = singleField(container, name);
     osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
 
     if (camera != osg::NullFC && !sceneField && camera->getIsViewpoint() &&
@@ -462,7 +474,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     if (camera != osg::NullFC && !sceneField && isViewAttribute(attribute)) {
         // A camera that is not the viewpoint keeps its view in its own fields.
         name = attribute;
-        sceneField = container->getField(name.c_str());
+        sceneField = singleField(container, name);
     }
 
     if (camera != osg::NullFC && !sceneField) {

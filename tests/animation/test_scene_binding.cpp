@@ -657,6 +657,14 @@ TEST_F(SceneBindingTest, FailuresAreSilent)
     EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(unknown), 0.0f);
     EXPECT_FALSE(write(unknown, 1.0f));
     EXPECT_TRUE(group->getActive());
+
+    // A multi-valued field holds no single value: neither read nor written (nor grown).
+    material->getSlots().push_back(7);
+    zeAnimationField* multiValued = looseField(idOf(material), idOf(materialGroup), "slots", "slots");
+    EXPECT_EQ(zeAnimationUtils::getOSGFieldValue(multiValued), 0.0f);
+    EXPECT_FALSE(write(multiValued, 3.0f));
+    ASSERT_EQ(material->getSlots().size(), 1u);
+    EXPECT_EQ(material->getSlots()[0], 7);
 }
 
 // ---- Field container resolution -----------------------------------------------------------------
