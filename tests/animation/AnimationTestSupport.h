@@ -4,6 +4,7 @@
 #include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationObject.h>
+#include <zeAnimation/zeAnimationSequence.h>
 
 #include <gtest/gtest.h>
 
@@ -32,6 +33,15 @@ protected:
                 manager->destroyObject(object);
         }
         manager->destroyAllFields();
+    }
+
+    // A sequence over [begin, end].
+    zeAnimationSequence* sequence(float begin, float end, const std::string& name = "seq", osg::UInt64 id = 0)
+    {
+        zeAnimationSequence* s = manager->createSequence(name, id);
+        s->setBegin(begin);
+        s->setEnd(end);
+        return s;
     }
 
     static osg::UInt32 bits(float value)

@@ -38,14 +38,6 @@ protected:
         return b;
     }
 
-    zeAnimationSequence* sequence(float begin, float end)
-    {
-        zeAnimationSequence* s = manager->createSequence("seq", 0);
-        s->setBegin(begin);
-        s->setEnd(end);
-        return s;
-    }
-
     zeAnimationStreak* track(std::initializer_list<zeAnimationObject*> children)
     {
         zeAnimationStreak* t = manager->createStreak(0);
@@ -548,6 +540,15 @@ TEST_F(ContainerTest, NoContainerBecomesItsOwnAncestor)
     EXPECT_EQ(outerTrack->getParentId(), outer->getId());
     EXPECT_EQ(inner->getStreakAmount(), 1u);
     EXPECT_EQ(innerTrack->getChildIds().size(), 0u);
+
+    // setParent refuses a cycle too, and updates still run and end at the root.
+    outer->setParent(innerTrack);
+    EXPECT_EQ(outer->getParent(), nullptr);
+    innerTrack->setParent(innerTrack);
+    EXPECT_EQ(innerTrack->getParent(), inner);
+    innerTrack->addObject(sequence(0.0f, 4.0f));
+    EXPECT_EQ(outer->getEnd(), 4.0f);
+    EXPECT_EQ(outer->getSequencesRecursive().size(), 1u);
 }
 
 TEST_F(ContainerTest, DuplicateBlockCopiesTheListedMembersAndItsCurves)
@@ -798,6 +799,8 @@ TEST_F(ContainerTest, DestroyingASubtreeLeavesTheRegistryConsistent)
     EXPECT_TRUE(b3->isEmpty());
     EXPECT_TRUE(clip->getCurveIds().empty());
 
+    manager->destroyObject(nullptr);
+    manager->destroyField(nullptr);
     manager->destroyObject(clip);
     EXPECT_EQ(manager->getObjectCount(), 0u);
 }
@@ -818,9 +821,7 @@ TEST_F(ContainerTest, BoundsFollowChildIdentifiersThatStopOrStartResolving)
     EXPECT_EQ(t->getObjects().size(), 1u);
 
     // An object registered later under that identifier is the track's child again.
-    zeAnimationSequence* again = manager->createSequence("again", farId);
-    again->setBegin(-5.0f);
-    again->setEnd(50.0f);
+    zeAnimationSequence* again = sequence(-5.0f, 50.0f, "again", farId);
     t->updateBy(t, zeAnimationObject::Change, false);
     EXPECT_EQ(t->getBegin(), -5.0f);
     EXPECT_EQ(t->getEnd(), 50.0f);

@@ -10,7 +10,8 @@
 
 namespace {
 
-typedef zeControlPoint2D::TangentMode Mode;
+typedef zeControlPoint2D CP;
+typedef CP::TangentMode Mode;
 
 class CurveEvaluationTest : public AnimationTest
 {
@@ -27,12 +28,12 @@ protected:
     zeControlPoint2D* freeKey(float x, float y)
     {
         zeControlPoint2D* key = manager->createPoint2D(x, y);
-        key->setTangentType(zeControlPoint2D::TangentFree);
+        key->setTangentType(CP::TangentFree);
         curve->addObject(key);
         return key;
     }
 
-    zeControlPoint2D* key(float x, float y, Mode type, Mode length)
+    zeControlPoint2D* key(float x, float y, Mode type, Mode length = CP::TangentLengthHalf)
     {
         zeControlPoint2D* point = manager->createPoint2D(x, y);
         point->setTangentType(type);
@@ -45,64 +46,45 @@ protected:
     {
         return zeAnimationController::computeCurveValue(curve, frame, value);
     }
+
+    // The value at a frame, expected to be computed.
+    float at(float frame)
+    {
+        float value = -12345.0f;
+        EXPECT_TRUE(eval(frame, value)) << frame;
+        return value;
+    }
 };
 
-TEST_F(CurveEvaluationTest, OutsideTheKeysTheSecondKeyRulesBeforeAndTheLastKeyAfter)
+TEST_F(CurveEvaluationTest, OutsideTheKeysTheSecondKeyRulesBeforeAndTheLastKeyAtAndAfter)
 {
     freeKey(0.0f, 1.0f);
     freeKey(10.0f, 5.0f);
-    float value = -1.0f;
-    EXPECT_TRUE(eval(-3.0f, value));
-    EXPECT_EQ(5.0f, value);
+    EXPECT_EQ(5.0f, at(-3.0f));
+    EXPECT_EQ(5.0f, at(10.0f));
+    EXPECT_EQ(5.0f, at(12.0f));
+    // On the first key the step segment holds its own value.
+    EXPECT_EQ(1.0f, at(0.0f));
 
     // With a third key the second key's value is not the last one's.
     freeKey(20.0f, 9.0f);
-    value = -1.0f;
-    EXPECT_TRUE(eval(-3.0f, value));
-    EXPECT_EQ(5.0f, value);
-    value = -1.0f;
-    EXPECT_TRUE(eval(20.0f, value));
-    EXPECT_EQ(9.0f, value);
-    value = -1.0f;
-    EXPECT_TRUE(eval(1e9f, value));
-    EXPECT_EQ(9.0f, value);
-    value = -1.0f;
-    EXPECT_TRUE(eval(std::nanf(""), value));
-    EXPECT_EQ(9.0f, value);
-}
-
-TEST_F(CurveEvaluationTest, TwoKeysAtTheirEndsAndBeyond)
-{
-    freeKey(0.0f, 1.0f);
-    freeKey(10.0f, 5.0f);
-    float value = 0.0f;
-    EXPECT_TRUE(eval(10.0f, value));
-    EXPECT_EQ(5.0f, value);
-    value = 0.0f;
-    EXPECT_TRUE(eval(12.0f, value));
-    EXPECT_EQ(5.0f, value);
-    // On the first key the step segment holds its own value.
-    value = 0.0f;
-    EXPECT_TRUE(eval(0.0f, value));
-    EXPECT_EQ(1.0f, value);
+    EXPECT_EQ(5.0f, at(-3.0f));
+    EXPECT_EQ(9.0f, at(20.0f));
+    EXPECT_EQ(9.0f, at(1e9f));
+    EXPECT_EQ(9.0f, at(std::nanf("")));
 }
 
 TEST_F(CurveEvaluationTest, HandlesOnTheirKeysMakeAStepNotALine)
 {
     freeKey(0.0f, 2.0f);
     freeKey(10.0f, 8.0f);
-    for (float frame : {0.0f, 0.001f, 3.0f, 5.0f, 9.999f}) {
-        float value = -1.0f;
-        EXPECT_TRUE(eval(frame, value)) << frame;
-        EXPECT_EQ(2.0f, value) << frame;
-    }
+    for (float frame : {0.0f, 0.001f, 3.0f, 5.0f, 9.999f})
+        EXPECT_EQ(2.0f, at(frame)) << frame;
     // Tangent type none collapses computed handles onto the keys: the same step.
     curve = manager->createCurve2D();
-    key(0.0f, 2.0f, zeControlPoint2D::TangentNone, zeControlPoint2D::TangentLengthHalf);
-    key(10.0f, 8.0f, zeControlPoint2D::TangentNone, zeControlPoint2D::TangentLengthHalf);
-    float value = -1.0f;
-    EXPECT_TRUE(eval(7.0f, value));
-    EXPECT_EQ(2.0f, value);
+    key(0.0f, 2.0f, CP::TangentNone);
+    key(10.0f, 8.0f, CP::TangentNone);
+    EXPECT_EQ(2.0f, at(7.0f));
 }
 
 TEST_F(CurveEvaluationTest, SymmetricHandlesMeetInTheMiddle)
@@ -111,14 +93,10 @@ TEST_F(CurveEvaluationTest, SymmetricHandlesMeetInTheMiddle)
     zeControlPoint2D* k1 = freeKey(10.0f, 10.0f);
     k0->setOutTangent(osg::Vec2f(5.0f, 0.0f));
     k1->setInTangent(osg::Vec2f(5.0f, 10.0f));
-    float value = 0.0f;
-    EXPECT_TRUE(eval(5.0f, value));
-    EXPECT_FLOAT_EQ(5.0f, value);
+    EXPECT_FLOAT_EQ(5.0f, at(5.0f));
     // An S-curve: slow at the ends, point symmetric about the middle, increasing.
-    float quarter = 0.0f;
-    float threeQuarters = 0.0f;
-    ASSERT_TRUE(eval(2.5f, quarter));
-    ASSERT_TRUE(eval(7.5f, threeQuarters));
+    const float quarter = at(2.5f);
+    const float threeQuarters = at(7.5f);
     EXPECT_LT(0.0f, quarter);
     EXPECT_GT(2.5f, quarter);
     EXPECT_NEAR(10.0f, quarter + threeQuarters, 1e-4f);
@@ -137,9 +115,7 @@ TEST_F(CurveEvaluationTest, HandlesOnExactThirdsGiveNoRootAndLeaveTheValue)
     }
     // Moving one handle off the third makes the segment solvable again.
     k1->setInTangent(osg::Vec2f(2.5f, 2.0f));
-    float value = 42.0f;
-    EXPECT_TRUE(eval(1.5f, value));
-    EXPECT_NE(42.0f, value);
+    EXPECT_NE(-12345.0f, at(1.5f));
 }
 
 TEST_F(CurveEvaluationTest, ResultsWithinAMillionthOfZeroAreZero)
@@ -149,23 +125,18 @@ TEST_F(CurveEvaluationTest, ResultsWithinAMillionthOfZeroAreZero)
     zeControlPoint2D* k1 = freeKey(10.0f, 5e-7f);
     k0->setOutTangent(osg::Vec2f(2.0f, 5e-7f));
     k1->setInTangent(osg::Vec2f(7.0f, 5e-7f));
-    float value = 1.0f;
-    EXPECT_TRUE(eval(4.0f, value));
-    EXPECT_EQ(0u, bits(value)); // +0, not a tiny number and not -0
+    EXPECT_EQ(0u, bits(at(4.0f))); // +0, not a tiny number and not -0
     k0->setY(-5e-7f);
     k0->setOutTangentY(-5e-7f);
     k1->setY(-5e-7f);
     k1->setInTangentY(-5e-7f);
-    value = 1.0f;
-    EXPECT_TRUE(eval(4.0f, value));
-    EXPECT_EQ(0u, bits(value));
+    EXPECT_EQ(0u, bits(at(4.0f)));
     // Just outside the band the value stays.
     k0->setY(2e-6f);
     k0->setOutTangentY(2e-6f);
     k1->setY(2e-6f);
     k1->setInTangentY(2e-6f);
-    EXPECT_TRUE(eval(4.0f, value));
-    EXPECT_NEAR(2e-6f, value, 1e-9f);
+    EXPECT_NEAR(2e-6f, at(4.0f), 1e-9f);
 }
 
 TEST_F(CurveEvaluationTest, TooFewKeysReturnFalseAndLeaveTheValue)
@@ -184,23 +155,17 @@ TEST_F(CurveEvaluationTest, EditsBetweenEvaluationsAreSeen)
     zeControlPoint2D* a = freeKey(0.0f, 0.0f);
     zeControlPoint2D* b = freeKey(10.0f, 10.0f);
     float value = 0.0f;
-    ASSERT_TRUE(eval(20.0f, value));
-    EXPECT_EQ(10.0f, value);
+    EXPECT_EQ(10.0f, at(20.0f));
     // A new last key, a moved key, a changed value and a removed key each change the answer.
     freeKey(30.0f, 30.0f);
-    ASSERT_TRUE(eval(40.0f, value));
-    EXPECT_EQ(30.0f, value);
+    EXPECT_EQ(30.0f, at(40.0f));
     b->setY(-4.0f);
-    ASSERT_TRUE(eval(-5.0f, value));
-    EXPECT_EQ(-4.0f, value);
+    EXPECT_EQ(-4.0f, at(-5.0f));
     a->setX(35.0f); // direct write: the child list is now out of order
-    ASSERT_TRUE(eval(40.0f, value));
-    EXPECT_EQ(0.0f, value);
-    ASSERT_TRUE(eval(-5.0f, value));
-    EXPECT_EQ(30.0f, value); // second key by x
+    EXPECT_EQ(0.0f, at(40.0f));
+    EXPECT_EQ(30.0f, at(-5.0f)); // second key by x
     curve->subObject(a, true);
-    ASSERT_TRUE(eval(40.0f, value));
-    EXPECT_EQ(30.0f, value);
+    EXPECT_EQ(30.0f, at(40.0f));
 }
 
 // ---- Tangents ---------------------------------------------------------------------------------
@@ -219,17 +184,15 @@ protected:
 
 TEST_F(TangentTest, InnerKeysOnTheWorkedExamples)
 {
-    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    key(3.0f, 3.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    zeControlPoint2D* smooth =
-        key(1.0f, 0.0f, zeControlPoint2D::TangentSmooth, zeControlPoint2D::TangentSmooth);
+    key(0.0f, 0.0f, CP::TangentFree);
+    key(3.0f, 3.0f, CP::TangentFree);
+    zeControlPoint2D* smooth = key(1.0f, 0.0f, CP::TangentSmooth, CP::TangentSmooth);
     expectHandles(smooth, 0.0f, -1.0f, 2.0f, 1.0f);
 
     curve = manager->createCurve2D();
-    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    key(10.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    zeControlPoint2D* flat =
-        key(1.0f, 5.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
+    key(0.0f, 0.0f, CP::TangentFree);
+    key(10.0f, 0.0f, CP::TangentFree);
+    zeControlPoint2D* flat = key(1.0f, 5.0f, CP::TangentFlat);
     // In: half the interval (0.5) is below the cap 10/3; out: the cap 10/3 is below 4.5.
     EXPECT_EQ(0.5f, flat->getInTangentX());
     EXPECT_EQ(1.0f + 10.0f * 0.33333334f, flat->getOutTangentX());
@@ -239,15 +202,13 @@ TEST_F(TangentTest, InnerKeysOnTheWorkedExamples)
 
 TEST_F(TangentTest, FreeKeysAndLoneKeysAreLeftAlone)
 {
-    zeControlPoint2D* lone =
-        key(4.0f, 1.0f, zeControlPoint2D::TangentSmooth, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* lone = key(4.0f, 1.0f, CP::TangentSmooth);
     lone->setInTangent(osg::Vec2f(3.0f, 7.0f));
     EXPECT_FALSE(lone->computeTangents());
     EXPECT_EQ(3.0f, lone->getInTangentX());
     EXPECT_EQ(7.0f, lone->getInTangentY());
 
-    zeControlPoint2D* other =
-        key(8.0f, 2.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* other = key(8.0f, 2.0f, CP::TangentFree);
     other->setOutTangent(osg::Vec2f(11.0f, -3.0f));
     EXPECT_FALSE(other->computeTangents());
     EXPECT_EQ(11.0f, other->getOutTangentX());
@@ -259,10 +220,8 @@ TEST_F(TangentTest, FreeKeysAndLoneKeysAreLeftAlone)
 
 TEST_F(TangentTest, LinearEndKeysPointTheOutwardHandleFlat)
 {
-    zeControlPoint2D* first =
-        key(0.0f, 0.0f, zeControlPoint2D::TangentLinear, zeControlPoint2D::TangentLengthHalf);
-    zeControlPoint2D* last =
-        key(4.0f, 8.0f, zeControlPoint2D::TangentLinear, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* first = key(0.0f, 0.0f, CP::TangentLinear);
+    zeControlPoint2D* last = key(4.0f, 8.0f, CP::TangentLinear);
     first->computeTangents();
     // First key: in-handle flat, out-handle along the chord (slope 2) by half the interval.
     expectHandles(first, -2.0f, 0.0f, 2.0f, 4.0f);
@@ -270,8 +229,8 @@ TEST_F(TangentTest, LinearEndKeysPointTheOutwardHandleFlat)
     expectHandles(last, 2.0f, 4.0f, 6.0f, 8.0f);
 
     // Length mode 4: a third of the interval; fixed length 2: Euclidean length along the chord.
-    first->setTangentLengthMode(zeControlPoint2D::TangentSmooth);
-    last->setTangentLengthMode(zeControlPoint2D::TangentLengthFixed);
+    first->setTangentLengthMode(CP::TangentSmooth);
+    last->setTangentLengthMode(CP::TangentLengthFixed);
     first->computeTangents();
     last->computeTangents();
     const float l = 4.0f * 0.33333334f;
@@ -283,13 +242,12 @@ TEST_F(TangentTest, LinearEndKeysPointTheOutwardHandleFlat)
 
 TEST_F(TangentTest, LinearInnerKeysAreNotCappedWhileTheOthersAre)
 {
-    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    key(10.0f, 10.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    zeControlPoint2D* k =
-        key(8.0f, 0.0f, zeControlPoint2D::TangentLinear, zeControlPoint2D::TangentLengthHalf);
+    key(0.0f, 0.0f, CP::TangentFree);
+    key(10.0f, 10.0f, CP::TangentFree);
+    zeControlPoint2D* k = key(8.0f, 0.0f, CP::TangentLinear);
     // Half of the left interval is 4, above the cap 10/3: linear keeps 4.
     expectHandles(k, 4.0f, 0.0f, 9.0f, 5.0f);
-    k->setTangentType(zeControlPoint2D::TangentForward);
+    k->setTangentType(CP::TangentForward);
     k->computeTangents();
     // Forward: slope to the next key (5) for both handles, the in-handle capped at 10/3.
     const float cap = 10.0f * 0.33333334f;
@@ -298,18 +256,17 @@ TEST_F(TangentTest, LinearInnerKeysAreNotCappedWhileTheOthersAre)
 
 TEST_F(TangentTest, ForwardLastKeyIsFlatAndUnknownModesCollapse)
 {
-    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    zeControlPoint2D* last =
-        key(6.0f, 3.0f, zeControlPoint2D::TangentForward, zeControlPoint2D::TangentLengthHalf);
+    key(0.0f, 0.0f, CP::TangentFree);
+    zeControlPoint2D* last = key(6.0f, 3.0f, CP::TangentForward);
     expectHandles(last, 3.0f, 3.0f, 9.0f, 3.0f);
-    last->setTangentLengthMode(zeControlPoint2D::TangentLengthFixed);
+    last->setTangentLengthMode(CP::TangentLengthFixed);
     last->computeTangents();
     expectHandles(last, 4.0f, 3.0f, 8.0f, 3.0f);
 
-    last->setTangentLengthMode(zeControlPoint2D::TangentNone);
+    last->setTangentLengthMode(CP::TangentNone);
     EXPECT_TRUE(last->computeTangents());
     expectHandles(last, 6.0f, 3.0f, 6.0f, 3.0f);
-    last->setTangentLengthMode(zeControlPoint2D::TangentSmooth);
+    last->setTangentLengthMode(CP::TangentSmooth);
     last->setTangentType(static_cast<Mode>(3));
     EXPECT_TRUE(last->computeTangents());
     expectHandles(last, 6.0f, 3.0f, 6.0f, 3.0f);
@@ -317,10 +274,9 @@ TEST_F(TangentTest, ForwardLastKeyIsFlatAndUnknownModesCollapse)
 
 TEST_F(TangentTest, SmoothFixedLengthIsEuclidean)
 {
-    key(0.0f, 0.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    key(4.0f, 4.0f, zeControlPoint2D::TangentFree, zeControlPoint2D::TangentLengthHalf);
-    zeControlPoint2D* k =
-        key(2.0f, 1.0f, zeControlPoint2D::TangentSmooth, zeControlPoint2D::TangentLengthFixed);
+    key(0.0f, 0.0f, CP::TangentFree);
+    key(4.0f, 4.0f, CP::TangentFree);
+    zeControlPoint2D* k = key(2.0f, 1.0f, CP::TangentSmooth, CP::TangentLengthFixed);
     const float dx = k->getOutTangentX() - k->getX();
     const float dy = k->getOutTangentY() - k->getY();
     EXPECT_NEAR(2.0f, std::sqrt(dx * dx + dy * dy), 1e-6f);
@@ -331,11 +287,10 @@ TEST_F(TangentTest, SmoothFixedLengthIsEuclidean)
 
 TEST_F(TangentTest, InsertingAKeyRecomputesItsNeighbours)
 {
-    zeControlPoint2D* a = key(0.0f, 0.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
-    zeControlPoint2D* c =
-        key(20.0f, 0.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
+    zeControlPoint2D* a = key(0.0f, 0.0f, CP::TangentFlat);
+    zeControlPoint2D* c = key(20.0f, 0.0f, CP::TangentFlat);
     EXPECT_EQ(10.0f, a->getOutTangentX());
-    key(4.0f, 1.0f, zeControlPoint2D::TangentFlat, zeControlPoint2D::TangentLengthHalf);
+    key(4.0f, 1.0f, CP::TangentFlat);
     EXPECT_EQ(2.0f, a->getOutTangentX());
     EXPECT_EQ(12.0f, c->getInTangentX());
 }

@@ -148,10 +148,7 @@ TEST_F(EvaluationTest, SequencesRunOnceForEachNewWholeFrame)
     zeAnimationField* field = translation();
     zeAnimationStreak* track = manager->createStreak(0);
     track->addObject(block(field, 0.0f, 0.0f, 50.0f, 100.0f));
-    zeAnimationSequence* sequence = manager->createSequence("wave", 0);
-    sequence->setBegin(10.0f);
-    sequence->setEnd(20.0f);
-    track->addObject(sequence);
+    track->addObject(sequence(10.0f, 20.0f, "wave"));
 
     controller->evaluateObject(track, 10.2f, false);
     controller->evaluateObject(track, 10.7f, false);

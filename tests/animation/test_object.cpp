@@ -27,14 +27,6 @@ protected:
         return curve;
     }
 
-    zeAnimationSequence* sequence(float begin, float end)
-    {
-        zeAnimationSequence* s = manager->createSequence("seq", 0);
-        s->setBegin(begin);
-        s->setEnd(end);
-        return s;
-    }
-
     std::vector<osg::UInt64> childIds(const zeAnimationObject* object)
     {
         return std::vector<osg::UInt64>(object->getChildIds().begin(), object->getChildIds().end());
@@ -205,11 +197,7 @@ TEST_F(ObjectTest, SummariesClimbOnAddAndLeaveOnRemove)
     zeAnimationSequence* s = sequence(0.0f, 5.0f);
     track->addObject(s);
 
-    EXPECT_EQ(clip->getCurveIds().count(curve->getId()), 1u);
-    EXPECT_EQ(clip->getSequenceIds().count(s->getId()), 1u);
-    ASSERT_EQ(clip->getCurves().size(), 1u);
-    EXPECT_EQ(clip->getCurves()[0], curve);
-    ASSERT_EQ(clip->getSequencesRecursive().size(), 1u);
+    EXPECT_EQ(clip->getCurves(), std::vector<zeAnimationCurve2D*>{curve});
 
     // Removing the block takes its curve's identifier out of every ancestor.
     track->subObject(block, false);
@@ -307,55 +295,6 @@ TEST_F(ObjectTest, TriggerTableRemovesTheFirstEntryByKind)
     EXPECT_FALSE(object->subTrigger(77));
 }
 
-TEST_F(ObjectTest, HierarchyRefusesCycles)
-{
-    zeAnimationStrip* outer = manager->createStrip(0);
-    zeAnimationStrip* inner = manager->createStrip(0);
-    zeAnimationStreak* outerTrack = static_cast<zeAnimationStreak*>(outer->addObject(inner));
-    ASSERT_NE(outerTrack, nullptr);
-    zeAnimationStreak* innerTrack = manager->createStreak(0);
-    inner->addObject(innerTrack);
-
-    EXPECT_EQ(innerTrack->addObject(outer), nullptr);
-    EXPECT_FALSE(innerTrack->insertObject(outer));
-    EXPECT_EQ(inner->addObject(outer), nullptr);
-    EXPECT_EQ(outerTrack->addObject(outerTrack), nullptr);
-    EXPECT_EQ(inner->addObject(outerTrack), nullptr);
-
-    outer->setParent(innerTrack);
-    EXPECT_EQ(outer->getParent(), nullptr);
-    innerTrack->setParent(innerTrack);
-    EXPECT_EQ(innerTrack->getParent(), inner);
-
-    // Updates still run and end at the root.
-    innerTrack->addObject(sequence(0.0f, 4.0f));
-    EXPECT_EQ(outer->getEnd(), 4.0f);
-    EXPECT_EQ(outer->getSequencesRecursive().size(), 1u);
-}
-
-TEST_F(ObjectTest, DestroyingAContainerDestroysItsSubtreeAndTellsItsParent)
-{
-    zeAnimationStrip* clip = manager->createStrip(0);
-    zeAnimationUnit* block = manager->createUnit(0);
-    zeAnimationCurve2D* curve = curveWith({{0.0f, 0.0f}, {4.0f, 1.0f}});
-    block->addObject(curve);
-    zeAnimationStreak* track = static_cast<zeAnimationStreak*>(clip->addObject(block));
-    const osg::UInt64 blockId = block->getId();
-    const osg::UInt64 curveId = curve->getId();
-    EXPECT_EQ(manager->getObjects().size(), 1u + 1u + 1u + 1u + 2u);
-
-    manager->destroyStreak(track);
-    EXPECT_EQ(manager->getObject(blockId), nullptr);
-    EXPECT_EQ(manager->getObject(curveId), nullptr);
-    EXPECT_EQ(manager->getObjects().size(), 1u);
-    EXPECT_TRUE(clip->isEmpty());
-    EXPECT_EQ(clip->getCurveIds().count(curveId), 0u);
-
-    manager->destroyObject(nullptr);
-    manager->destroyField(nullptr);
-    EXPECT_EQ(manager->getObjects().size(), 1u);
-}
-
 TEST_F(ObjectTest, DestroyAllObjectsLeavesTheLastDestroyableAndHiddenOnes)
 {
     manager->createObject(0);
@@ -394,12 +333,8 @@ TEST_F(ObjectTest, DestroyAllObjectsKeepsSurvivingParentsConsistent)
     // A hidden track survives; its visible children are destroyed and leave its lists.
     zeAnimationStreak* track = manager->createStreak(10);
     track->setHidden(true);
-    zeAnimationSequence* visible = manager->createSequence("v", 5);
-    visible->setBegin(0.0f);
-    visible->setEnd(1.0f);
-    zeAnimationSequence* hidden = manager->createSequence("h", 20);
-    hidden->setBegin(2.0f);
-    hidden->setEnd(3.0f);
+    zeAnimationSequence* visible = sequence(0.0f, 1.0f, "v", 5);
+    zeAnimationSequence* hidden = sequence(2.0f, 3.0f, "h", 20);
     hidden->setHidden(true);
     track->addObject(visible);
     track->addObject(hidden);
@@ -417,10 +352,7 @@ TEST_F(ObjectTest, DestroyAllObjectsKeepsSurvivingParentsConsistent)
         zeAnimationStreak* row = manager->createStreak(0);
         clip->addObject(row);
         for (int s = 0; s < 20; ++s) {
-            zeAnimationSequence* item = manager->createSequence("s", 0);
-            item->setBegin(static_cast<float>(s));
-            item->setEnd(static_cast<float>(s) + 0.5f);
-            row->addObject(item);
+            row->addObject(sequence(static_cast<float>(s), static_cast<float>(s) + 0.5f));
         }
     }
     // The rule, run literally on identifiers: destroy the smallest identifier (with its subtree)

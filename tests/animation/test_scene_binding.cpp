@@ -147,13 +147,16 @@ protected:
         transform3DB, materialGroup, bareMaterialGroup, switchNode, pointLight, spotLight, directionalLight,
         camera, plainCamera, impostor;
     osg::SimpleMaterialPtr material;
+    std::vector<NodePtr> allNodes; // every node made under the root, the root included
 
-    static NodePtr add(const osg::NodeCorePtr& core, const NodePtr& parent)
+    NodePtr add(const osg::NodeCorePtr& core, const NodePtr& parent)
     {
         NodePtr node = osg::Node::create();
         node->setCore(core);
-        if (parent != NullFC)
-            parent->addChild(node);
+        if (parent == NullFC)
+            return node;
+        parent->addChild(node);
+        allNodes.push_back(node);
         return node;
     }
 
@@ -162,6 +165,7 @@ protected:
         AnimationTest::SetUp();
         root = add(osg::Group::create(), NullFC);
         osg::addRefCP(root);
+        allNodes.push_back(root);
         group = add(osg::Group::create(), root);
         geometryInGroup = add(osg::Geometry::create(), group);
         transform = add(osg::Transform::create(), root);
@@ -207,27 +211,6 @@ protected:
         zeAnimationManager::setRollCB(nullptr);
         zeAnimationManager::setGetRollCB(nullptr);
         osg::subRefCP(root);
-    }
-
-    std::vector<NodePtr> allNodes() const
-    {
-        return {root,
-                group,
-                geometryInGroup,
-                transform,
-                geometryInTransform,
-                componentTransform,
-                transform3D,
-                transform3DB,
-                materialGroup,
-                bareMaterialGroup,
-                switchNode,
-                pointLight,
-                spotLight,
-                directionalLight,
-                camera,
-                plainCamera,
-                impostor};
     }
 
     std::set<std::string> attributesOf(const NodePtr& node)
@@ -281,21 +264,17 @@ protected:
         return values;
     }
 
-    static std::vector<osg::UInt64> objectIds(const NodePtr& node)
+    // The identifiers a node's animation attachment lists: objects, or fields.
+    static std::vector<osg::UInt64> listed(const NodePtr& node, bool fields)
     {
         osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
         if (attachment == NullFC)
             return {};
-        return std::vector<osg::UInt64>(attachment->getObjectIds().begin(), attachment->getObjectIds().end());
+        const auto& ids = fields ? attachment->getFieldIds() : attachment->getObjectIds();
+        return std::vector<osg::UInt64>(ids.begin(), ids.end());
     }
-
-    static std::vector<osg::UInt64> fieldIds(const NodePtr& node)
-    {
-        osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(node);
-        if (attachment == NullFC)
-            return {};
-        return std::vector<osg::UInt64>(attachment->getFieldIds().begin(), attachment->getFieldIds().end());
-    }
+    static std::vector<osg::UInt64> objectIds(const NodePtr& node) { return listed(node, false); }
+    static std::vector<osg::UInt64> fieldIds(const NodePtr& node) { return listed(node, true); }
 };
 
 // ---- Animation fields of every core type --------------------------------------------------------
@@ -345,7 +324,7 @@ TEST_F(SceneBindingTest, EachCoreTypeGetsItsAnimatableAttributes)
     EXPECT_EQ(fov->fcID, idOf(camera->getCore()));
 
     // Each (attribute, component) names one field per node, so lookups and rebinding agree.
-    for (const NodePtr& node : allNodes()) {
+    for (const NodePtr& node : allNodes) {
         std::set<std::pair<std::string, osg::UInt32>> keys;
         for (zeAnimationField* field : manager->createAnimationFields(node)) {
             EXPECT_TRUE(keys.insert(std::make_pair(field->attribute, field->valuePos)).second)
@@ -380,7 +359,7 @@ TEST_F(SceneBindingTest, FieldsAreRecordedOnTheNodeAndMadeOnce)
 TEST_F(SceneBindingTest, EveryComponentOfEveryFieldIsWrittenIntoTheScene)
 {
     int written = 0;
-    for (const NodePtr& node : allNodes()) {
+    for (const NodePtr& node : allNodes) {
         for (zeAnimationField* field : manager->createAnimationFields(node)) {
             osg::FieldContainerPtr container =
                 osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
@@ -421,35 +400,20 @@ TEST_F(SceneBindingTest, EveryComponentOfEveryFieldIsWrittenIntoTheScene)
     EXPECT_GT(written, 60);
 }
 
-TEST_F(SceneBindingTest, AnglesAreAnimatedInDegrees)
+TEST_F(SceneBindingTest, AnglesAreDegreesAndScalarsIgnoreTheComponentIndex)
 {
-    osg::CameraSettingPtr core = osg::CameraSettingPtr::dcast(camera->getCore());
-    core->setFieldOfView(1.5707964f);
-    zeAnimationField* fov = manager->getField(camera, "fieldOfView");
-    EXPECT_NEAR(zeAnimationUtils::getOSGFieldValue(fov), 90.0f, 1e-4f);
-    EXPECT_TRUE(write(fov, 180.0f));
-    EXPECT_NEAR(core->getFieldOfView(), 3.1415927f, 1e-6f);
-
     // Any field whose name contains "rotate" holds radians; other floats are passed through.
-    osg::ZeTestImpostorCorePtr other = osg::ZeTestImpostorCorePtr::dcast(impostor->getCore());
-    other->setRotateAngle(1.5707964f);
-    zeAnimationField* angle = looseField(idOf(other), idOf(impostor), "rotateAngle", "rotateAngle");
+    osg::ZeTestImpostorCorePtr core = osg::ZeTestImpostorCorePtr::dcast(impostor->getCore());
+    core->setRotateAngle(1.5707964f);
+    zeAnimationField* angle = looseField(idOf(core), idOf(impostor), "rotateAngle", "rotateAngle");
     EXPECT_NEAR(zeAnimationUtils::getOSGFieldValue(angle), 90.0f, 1e-4f);
     EXPECT_TRUE(write(angle, 180.0f));
-    EXPECT_NEAR(other->getRotateAngle(), 3.1415927f, 1e-6f);
-    zeAnimationField* stop = manager->getField(camera, "fStop");
-    EXPECT_TRUE(write(stop, 180.0f));
-    EXPECT_FLOAT_EQ(core->getFStop(), 180.0f);
-}
+    EXPECT_NEAR(core->getRotateAngle(), 3.1415927f, 1e-6f);
 
-TEST_F(SceneBindingTest, DoublesAndScalarsIgnoreTheComponentIndex)
-{
-    osg::ZeTestImpostorCorePtr core = osg::ZeTestImpostorCorePtr::dcast(impostor->getCore());
     zeAnimationField* weight = looseField(idOf(core), idOf(impostor), "weight", "weight", 3);
     EXPECT_TRUE(write(weight, 2.5f));
     EXPECT_DOUBLE_EQ(core->getWeight(), 2.5);
     EXPECT_FLOAT_EQ(zeAnimationUtils::getOSGFieldValue(weight), 2.5f);
-
     osg::CameraSettingPtr cam = osg::CameraSettingPtr::dcast(camera->getCore());
     zeAnimationField* stop = looseField(idOf(cam), idOf(camera), "fStop", "fStop", 2);
     EXPECT_TRUE(write(stop, 4.0f));
@@ -571,7 +535,7 @@ TEST_F(SceneBindingTest, NodeRotationAndVisibility)
     EXPECT_EQ(osg::ChangeRecord::count(idOf(geometryInGroup)), 0u);
 }
 
-TEST_F(SceneBindingTest, FloatsBecomeIntegersAndBooleansRoundingHalfAway)
+TEST_F(SceneBindingTest, IntegersAndBooleansRoundHalfAwayAndGoThroughTheTextForm)
 {
     EXPECT_TRUE(zeAnimationUtils::floatToBool(0.5f));
     EXPECT_FALSE(zeAnimationUtils::floatToBool(0.49f));
@@ -579,10 +543,6 @@ TEST_F(SceneBindingTest, FloatsBecomeIntegersAndBooleansRoundingHalfAway)
     EXPECT_EQ(zeAnimationUtils::floatToInt(-1.5f), static_cast<osg::UInt32>(-2));
     EXPECT_EQ(zeAnimationUtils::floatToInt(2.5f), 3u);
     EXPECT_EQ(zeAnimationUtils::floatToInt(2.49f), 2u);
-}
-
-TEST_F(SceneBindingTest, IntegersAndBooleansGoThroughTheTextForm)
-{
     osg::SwitchPtr choice = osg::SwitchPtr::dcast(switchNode->getCore());
     zeAnimationField* field = manager->getField(switchNode, "choice");
     EXPECT_TRUE(write(field, 2.0f));
@@ -836,15 +796,9 @@ TEST_F(SceneBindingTest, PastedObjectsAreRebound)
 
 TEST_F(SceneBindingTest, ObjectsSortByBeginAndByEnd)
 {
-    zeAnimationSequence* a = manager->createSequence("a", 0);
-    zeAnimationSequence* b = manager->createSequence("b", 0);
-    zeAnimationSequence* c = manager->createSequence("c", 0);
-    a->setBegin(5.0f);
-    a->setEnd(6.0f);
-    b->setBegin(1.0f);
-    b->setEnd(30.0f);
-    c->setBegin(3.0f);
-    c->setEnd(4.0f);
+    zeAnimationSequence* a = sequence(5.0f, 6.0f);
+    zeAnimationSequence* b = sequence(1.0f, 30.0f);
+    zeAnimationSequence* c = sequence(3.0f, 4.0f);
     std::vector<zeAnimationObject*> objects{a, b, c};
     std::sort(objects.begin(), objects.end(), zeAnimationUtils::sortBeginBased);
     EXPECT_EQ(objects, (std::vector<zeAnimationObject*>{b, c, a}));
@@ -1039,7 +993,7 @@ TEST_F(SceneBindingTest, DestroyingANodesObjectsClearsItAndOptionallyItsChildren
     manager->destroyNodeObjects(root, true);
     EXPECT_EQ(manager->getObject(childId), nullptr);
     EXPECT_EQ(manager->getObject(elsewhereId), nullptr);
-    for (const NodePtr& node : allNodes())
+    for (const NodePtr& node : allNodes)
         EXPECT_EQ(zeAnimationUtils::getAnimationAttachment(node), NullFC);
     EXPECT_EQ(manager->getFieldCount(), 0u);
     manager->destroyNodeObjects(NodePtr(), true);

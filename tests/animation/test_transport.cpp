@@ -35,6 +35,7 @@ TEST_F(GlobalPlaybackTest, PlaysForwardSendingFramesAndFinishesPastTheEnd)
     EXPECT_TRUE(zeAnimationController::isPlayingGlobal());
 
     controller->playLoop();
+    EXPECT_FALSE(controller->isPlaying()); // global playback is not per-object playback
     EXPECT_FLOAT_EQ(scene(field), at(c, 0.0f));
     ASSERT_EQ(received.size(), 1u);
     EXPECT_EQ(received[0].name, "currentFrameChanged");
@@ -163,7 +164,7 @@ TEST_F(GlobalPlaybackTest, ForcedWholeFramesRoundHalvesAwayFromZero)
     EXPECT_EQ(messagesNamed("currentFullFrameChanged").back().fullFrame, -3);
 }
 
-TEST_F(GlobalPlaybackTest, PauseHoldsAndResumeJumpsToTheClock)
+TEST_F(GlobalPlaybackTest, PauseHoldsResumeJumpsToTheClockAndStopEndsSilently)
 {
     zeAnimationField* field = translation();
     zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
@@ -181,15 +182,14 @@ TEST_F(GlobalPlaybackTest, PauseHoldsAndResumeJumpsToTheClock)
     controller->pause(false);
     controller->playLoop();
     EXPECT_EQ(zeAnimationController::getCurrentFrame(), 37.5f);
-}
 
-TEST_F(GlobalPlaybackTest, GlobalPlaybackDoesNotCountAsPlayingObjects)
-{
-    zeAnimationUnit* unit = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
-    controller->playGlobal(unit->getId(), false, false, 0.0f, 50.0f, 0.0f);
+    // Stopping ends playback without a finished message.
+    controller->stopGlobal();
+    const std::size_t stopped = received.size();
+    clock() = 5.0;
     controller->playLoop();
-    EXPECT_TRUE(zeAnimationController::isPlayingGlobal());
-    EXPECT_FALSE(controller->isPlaying());
+    EXPECT_EQ(received.size(), stopped);
+    EXPECT_TRUE(messagesNamed("finishedPlayingGlobal").empty());
 }
 
 TEST_F(GlobalPlaybackTest, PlayGlobalStopsAndRewindsPerObjectPlayback)
@@ -207,7 +207,7 @@ TEST_F(GlobalPlaybackTest, PlayGlobalStopsAndRewindsPerObjectPlayback)
     EXPECT_FLOAT_EQ(scene(field), at(firstCurve(own), 0.0f));
 }
 
-TEST_F(GlobalPlaybackTest, GoToGlobalBeginAndEndStopAndShowTheObject)
+TEST_F(GlobalPlaybackTest, GoToGlobalBeginAndEndStopAndShowTheObjectOrCurves)
 {
     zeAnimationController::setTimeLineCurrentFrameCB(&GlobalPlaybackTest::moveCursor);
     zeAnimationController::setCurveEditorCurrentFrameCB(&GlobalPlaybackTest::moveCursor);
@@ -221,33 +221,19 @@ TEST_F(GlobalPlaybackTest, GoToGlobalBeginAndEndStopAndShowTheObject)
     controller->gotoGlobalBegin(unit);
     EXPECT_NEAR(scene(field), 1.0f, 1e-4f);
     EXPECT_EQ(cursor(), std::vector<float>({30.0f, 30.0f, 30.0f, 10.0f, 10.0f, 10.0f}));
-}
 
-TEST_F(GlobalPlaybackTest, GoToGlobalOverCurvesStartsItsSearchAtZero)
-{
-    zeAnimationController::setTimeLineCurrentFrameCB(&GlobalPlaybackTest::moveCursor);
-    zeAnimationField* field = translation();
-    zeAnimationCurve2D* c = curve(field, 10.0f, 1.0f, 30.0f, 3.0f);
-    controller->gotoGlobalBegin(std::vector<zeAnimationCurve2D*>{c});
-    EXPECT_NEAR(scene(field), 1.0f, 1e-4f);
+    // Over a curve list the search for the begin starts at zero.
+    cursor().clear();
+    zeAnimationController::setCurveEditorCurrentFrameCB(nullptr);
+    zeAnimationController::setClipMakerCurrentFrameCB(nullptr);
+    zeAnimationCurve2D* c = firstCurve(unit);
     controller->gotoGlobalEnd(std::vector<zeAnimationCurve2D*>{c});
     EXPECT_NEAR(scene(field), 3.0f, 1e-4f);
+    controller->gotoGlobalBegin(std::vector<zeAnimationCurve2D*>{c});
+    EXPECT_NEAR(scene(field), 1.0f, 1e-4f);
     zeAnimationCurve2D* negative = curve(translation(), -30.0f, 1.0f, -10.0f, 3.0f);
     controller->gotoGlobalEnd(std::vector<zeAnimationCurve2D*>{negative});
-    EXPECT_EQ(cursor(), std::vector<float>({0.0f, 30.0f, 0.0f}));
-}
-
-TEST_F(GlobalPlaybackTest, StopGlobalEndsPlaybackWithoutAFinishedMessage)
-{
-    zeAnimationUnit* unit = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
-    controller->playGlobal(unit->getId(), false, false, 0.0f, 50.0f, 0.0f);
-    controller->playLoop();
-    controller->stopGlobal();
-    const std::size_t before = received.size();
-    clock() = 5.0;
-    controller->playLoop();
-    EXPECT_EQ(received.size(), before);
-    EXPECT_TRUE(messagesNamed("finishedPlayingGlobal").empty());
+    EXPECT_EQ(cursor(), std::vector<float>({30.0f, 0.0f, 0.0f}));
 }
 
 class ObjectPlaybackTest : public PlaybackTest
@@ -278,7 +264,7 @@ TEST_F(ObjectPlaybackTest, ObjectPlaysOnItsOwnAndLeavesTheQueueWhenFinished)
     EXPECT_TRUE(received.empty());
 }
 
-TEST_F(ObjectPlaybackTest, StartTimeIsTakenAtTheFirstPassNotAtQueueing)
+TEST_F(ObjectPlaybackTest, StartTimeIsTakenAtTheFirstPassAndWaitingObjectsJoinAfterAPass)
 {
     zeAnimationField* field = translation();
     zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
@@ -289,6 +275,16 @@ TEST_F(ObjectPlaybackTest, StartTimeIsTakenAtTheFirstPassNotAtQueueing)
     clock() = 1.5;
     controller->loop();
     EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 12.5f));
+
+    // Queued to wait: it joins at the end of the next pass and is read from the pass after.
+    zeAnimationField* waitingField = translation();
+    zeAnimationUnit* waiting = block(waitingField, 0.0f, 0.0f, 50.0f, 100.0f);
+    EXPECT_TRUE(controller->enqueueObject(waiting, false));
+    EXPECT_EQ(controller->getPlayQueue(), std::vector<osg::UInt64>({unit->getId()}));
+    controller->loop();
+    EXPECT_EQ(scene(waitingField), -1.0f);
+    controller->loop();
+    EXPECT_FLOAT_EQ(scene(waitingField), at(firstCurve(waiting), 0.0f));
 }
 
 TEST_F(ObjectPlaybackTest, PlayRangeStartsAtTheStartFrameAndIsDroppedAtTheEnd)
@@ -360,19 +356,6 @@ TEST_F(ObjectPlaybackTest, RepeatingObjectWrapsThenRestartsAfterPassingItsEnd)
     EXPECT_TRUE(controller->isPlaying());
 }
 
-TEST_F(ObjectPlaybackTest, ObjectQueuedToWaitJoinsAtTheEndOfTheNextPass)
-{
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
-    EXPECT_TRUE(controller->enqueueObject(unit, false));
-    EXPECT_FALSE(controller->isPlaying());
-    controller->loop();
-    EXPECT_TRUE(controller->isPlaying());
-    EXPECT_EQ(scene(field), -1.0f);
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 0.0f));
-}
-
 TEST_F(ObjectPlaybackTest, QueueRefusesNullAndInactiveAndKeepsOneEntryPerObject)
 {
     zeAnimationUnit* inactive = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
@@ -392,12 +375,15 @@ TEST_F(ObjectPlaybackTest, QueueRefusesNullAndInactiveAndKeepsOneEntryPerObject)
     EXPECT_FALSE(controller->isPlaying());
 }
 
-TEST_F(ObjectPlaybackTest, PausingTwiceKeepsTheFirstPauseTime)
+TEST_F(ObjectPlaybackTest, PausingTwiceKeepsTheFirstPauseTimeAndResumingUnpausedDoesNothing)
 {
     zeAnimationField* field = translation();
     zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 100.0f, 100.0f);
     controller->enqueueObject(unit, true);
     controller->loop();
+    clock() = 0.5;
+    controller->pause(false); // resuming without a pause changes nothing
+    EXPECT_EQ(unit->getStartTime(), 0.0f);
     clock() = 1.0;
     controller->pause(true);
     clock() = 2.0;
@@ -407,19 +393,6 @@ TEST_F(ObjectPlaybackTest, PausingTwiceKeepsTheFirstPauseTime)
     clock() = 3.0;
     controller->pause(false);
     EXPECT_EQ(unit->getStartTime(), 2.0f);
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 25.0f));
-}
-
-TEST_F(ObjectPlaybackTest, ResumingWithoutAPauseChangesNothing)
-{
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 100.0f, 100.0f);
-    controller->enqueueObject(unit, true);
-    controller->loop();
-    clock() = 1.0;
-    controller->pause(false);
-    EXPECT_EQ(unit->getStartTime(), 0.0f);
     controller->loop();
     EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 25.0f));
 }
@@ -569,12 +542,8 @@ TEST_F(PlaybackLifetimeTest, HostSequenceMayDestroyThePlayingObject)
     zeAnimationController::setExecuteSequenceCB(&PlaybackLifetimeTest::destroyDoomed);
     zeAnimationStreak* track = manager->createStreak(0);
     track->addObject(block(translation(), 0.0f, 0.0f, 50.0f, 100.0f));
-    for (const char* name : {"first", "second"}) {
-        zeAnimationSequence* sequence = manager->createSequence(name, 0);
-        sequence->setBegin(0.0f);
-        sequence->setEnd(50.0f);
-        track->addObject(sequence);
-    }
+    for (const char* name : {"first", "second"})
+        track->addObject(sequence(0.0f, 50.0f, name));
     doomed() = track;
     controller->enqueueObject(track, true);
     controller->loop();

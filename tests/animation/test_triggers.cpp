@@ -164,21 +164,12 @@ TEST_F(ConnectionTest, ConnectionKeysAreNeverLiveIdentifiers)
 }
 
 class SequenceTest : public ConnectionTest
-{
-protected:
-    zeAnimationSequence* sequence(const std::string& name, float begin, float end)
-    {
-        zeAnimationSequence* s = manager->createSequence(name, 0);
-        s->setBegin(begin);
-        s->setEnd(end);
-        return s;
-    }
-};
+{};
 
 TEST_F(SequenceTest, ArmedSequenceCatchesUpOnceAfterAJumpPastItsEnd)
 {
     zeAnimationController::setExecuteSequenceCB(&runSequence);
-    zeAnimationSequence* s = sequence("door", 10.0f, 12.0f);
+    zeAnimationSequence* s = sequence(10.0f, 12.0f, "door");
     zeAnimationController::initSequences({s, nullptr});
     EXPECT_TRUE(s->isDirty());
     zeAnimationController::evaluateSequences({s}, 40.0f);
@@ -190,7 +181,7 @@ TEST_F(SequenceTest, ArmedSequenceCatchesUpOnceAfterAJumpPastItsEnd)
 TEST_F(SequenceTest, UnarmedSequenceRunsAtEveryCallInsideItsRange)
 {
     zeAnimationController::setExecuteSequenceCB(&runSequence);
-    zeAnimationSequence* s = sequence("wave", 10.0f, 20.0f);
+    zeAnimationSequence* s = sequence(10.0f, 20.0f, "wave");
     s->setDirty(false);
     for (float frame : {9.0f, 10.0f, 15.0f, 20.0f, 21.0f})
         zeAnimationController::evaluateSequences({s}, frame);
@@ -199,7 +190,7 @@ TEST_F(SequenceTest, UnarmedSequenceRunsAtEveryCallInsideItsRange)
 
 TEST_F(SequenceTest, InactiveAndNullSequencesAndAMissingCallbackAreSkipped)
 {
-    zeAnimationSequence* s = sequence("wave", 0.0f, 20.0f);
+    zeAnimationSequence* s = sequence(0.0f, 20.0f, "wave");
     s->setDirty(true);
     zeAnimationController::evaluateSequences({s}, 5.0f);
     EXPECT_FALSE(s->isDirty());
@@ -213,7 +204,7 @@ TEST_F(SequenceTest, SimulationIsPausedAroundSequencesOnlyWhenItWasOn)
 {
     zeAnimationController::setExecuteSequenceCB(&runSequence);
     zeAnimationController::setEnableSimulationCB(&switchSimulation);
-    zeAnimationSequence* s = sequence("wave", 0.0f, 20.0f);
+    zeAnimationSequence* s = sequence(0.0f, 20.0f, "wave");
     zeAnimationController::evaluateSequences({s}, 5.0f);
     EXPECT_EQ(hostLog(), std::vector<std::string>({"sequence wave"}));
 
@@ -235,7 +226,7 @@ TEST_F(SequenceTest, ObjectPlaybackArmsItsSequencesWhenItStarts)
     zeAnimationController::setExecuteSequenceCB(&runSequence);
     zeAnimationStreak* track = manager->createStreak("track", 0);
     track->addObject(block(translation(), 0.0f, 0.0f, 50.0f, 100.0f));
-    zeAnimationSequence* s = sequence("door", 10.0f, 12.0f);
+    zeAnimationSequence* s = sequence(10.0f, 12.0f, "door");
     track->addObject(s);
     s->setDirty(false);
     controller->enqueueObject(track, true);
@@ -253,7 +244,7 @@ TEST_F(SequenceTest, GlobalPlaybackRunsSequencesAtWholeFrameChanges)
     zeAnimationController::setExecuteSequenceCB(&runSequence);
     zeAnimationStreak* track = manager->createStreak("track", 0);
     track->addObject(block(translation(), 0.0f, 0.0f, 50.0f, 100.0f));
-    track->addObject(sequence("wave", 10.0f, 11.0f));
+    track->addObject(sequence(10.0f, 11.0f, "wave"));
     controller->playGlobal(track->getId(), false, false, 0.0f, 50.0f, 0.0f);
     for (int step = 0; step <= 60; ++step) {
         clock() = step * 0.01; // quarter frames
