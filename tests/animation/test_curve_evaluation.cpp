@@ -154,7 +154,6 @@ TEST_F(CurveEvaluationTest, EditsBetweenEvaluationsAreSeen)
 {
     zeControlPoint2D* a = freeKey(0.0f, 0.0f);
     zeControlPoint2D* b = freeKey(10.0f, 10.0f);
-    float value = 0.0f;
     EXPECT_EQ(10.0f, at(20.0f));
     // A new last key, a moved key, a changed value and a removed key each change the answer.
     freeKey(30.0f, 30.0f);
