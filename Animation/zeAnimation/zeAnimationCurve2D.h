@@ -106,7 +106,7 @@ protected:
     osg::UInt64 fieldId;
     osg::Color3f color;
 
-public:
+private:
     // Scratch space of the evaluator (zeAnimationController::computeCurveValue): the segment it
     // solved last and the terms of the solve that do not depend on the frame, with what they
     // were computed from. Not part of the curve's state; never copied.
