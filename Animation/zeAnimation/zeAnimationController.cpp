@@ -856,31 +856,48 @@ bool zeAnimationController::computeCurveValue(zeAnimationCurve2D* curve, float f
 {
     if (!curve)
         return false;
-    // The curve's key cache answers the map's upper bound without building the map, and
-    // remembers the last segment, so playback frame after frame needs no search at all.
+    // What does not depend on the frame is kept on the curve for the segment solved last, as
+    // long as no key or handle moved, no child list changed and the registry neither lost nor
+    // gained an object since: playback reads the same segment frame after frame, and this spares
+    // it the search and the keys and handles themselves.
+    zeAnimationCurve2D::SegmentSolve& solve = curve->segmentSolve();
+    const zeAnimationManager* m = zeAnimationManager::the();
+    const osg::UInt64 positionEpoch = zeControlPoint2D::getPositionEpoch();
+    const osg::UInt64 removals = m->getRegistryRemovals();
+    const osg::UInt64 additions = m->getRegistryAdditions();
+    const osg::UInt64 childListEpoch = zeAnimationObject::getChildListEpoch();
     const zeControlPoint2D* k0 = nullptr;
     const zeControlPoint2D* k1 = nullptr;
-    switch (curve->locateSegment(frame, k0, k1)) {
-    case zeAnimationCurve2D::TooFewKeys:
-        return false;
-    case zeAnimationCurve2D::BeforeFirst:
-        // Before the first key the second key's value holds; kept as it has always been.
-        value = k0->getY();
-        return true;
-    case zeAnimationCurve2D::AfterLast:
-        value = k0->getY();
-        return true;
-    case zeAnimationCurve2D::InsideSegment:
-        break;
+    // Inside the remembered segment of unchanged, strictly ordered keys, the map's upper bound
+    // is that segment's end key.
+    if (solve.valid && solve.ordered && solve.x0 <= frame && frame < solve.x1 &&
+        solve.positionEpoch == positionEpoch && solve.removals == removals && solve.additions == additions &&
+        solve.childListEpoch == childListEpoch) {
+        k0 = solve.k0;
+        k1 = solve.k1;
+    } else {
+        // The curve's key cache answers the map's upper bound without building the map, and
+        // remembers the last segment, so playback frame after frame needs no search at all.
+        switch (curve->locateSegment(frame, k0, k1)) {
+        case zeAnimationCurve2D::TooFewKeys:
+            return false;
+        case zeAnimationCurve2D::BeforeFirst:
+            // Before the first key the second key's value holds; kept as it has always been.
+            value = k0->getY();
+            return true;
+        case zeAnimationCurve2D::AfterLast:
+            value = k0->getY();
+            return true;
+        case zeAnimationCurve2D::InsideSegment:
+            break;
+        }
     }
-    // What does not depend on the frame is kept on the curve for the segment solved last, as
-    // long as no key or handle moved and no object left the registry since: playback reads the
-    // same segment frame after frame, and this spares it the keys and handles themselves.
-    zeAnimationCurve2D::SegmentSolve& solve = curve->segmentSolve();
-    const osg::UInt64 positionEpoch = zeControlPoint2D::getPositionEpoch();
-    const osg::UInt64 removals = zeAnimationManager::the()->getRegistryRemovals();
     if (!solve.valid || solve.k0 != k0 || solve.k1 != k1 || solve.positionEpoch != positionEpoch ||
-        solve.removals != removals) {
+        solve.removals != removals || solve.additions != additions ||
+        solve.childListEpoch != childListEpoch) {
+        solve.ordered = !curve->keyCache.hasNaN;
+        solve.additions = additions;
+        solve.childListEpoch = childListEpoch;
         solve.k0 = k0;
         solve.k1 = k1;
         solve.positionEpoch = positionEpoch;

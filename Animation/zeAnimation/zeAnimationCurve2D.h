@@ -122,10 +122,13 @@ private:
 
         bool valid = false;
         bool step = false;
+        bool ordered = false; // found in a key cache without NaN, where x order is strict
         const zeControlPoint2D* k0 = nullptr;
         const zeControlPoint2D* k1 = nullptr;
         osg::UInt64 positionEpoch = 0;
         osg::UInt64 removals = 0;
+        osg::UInt64 additions = 0;
+        osg::UInt64 childListEpoch = 0;
         float x0 = 0.0f, y0 = 0.0f, x1 = 0.0f, y1 = 0.0f, h0y = 0.0f, h1y = 0.0f;
         double dx = 0.0, A = 0.0, p = 0.0, q0 = 0.0, s = 0.0, p3 = 0.0;
     };
