@@ -191,6 +191,7 @@ void zeAnimationCurve2D::stampKeyCache() const
 
 void zeAnimationCurve2D::rebuildKeyCache() const
 {
+    solve.valid = false;
     KeyCache& c = keyCache;
     c.xs.clear();
     c.ys.clear();
@@ -310,6 +311,7 @@ bool zeAnimationCurve2D::insertKeyInOrder(zeControlPoint2D* key)
     if (at > 0 && !(c.xs[at - 1] < x))
         return false; // shares an x with a key: the cache would lose its strict order
     KeyCache& w = keyCache;
+    solve.valid = false; // the keys changed under the evaluator's remembered segment
     const ChildList::iterator node =
         childIds.insert(at < w.nodes.size() ? w.nodes[at] : childIds.end(), key->getId());
     w.xs.insert(w.xs.begin() + at, x);
@@ -331,6 +333,7 @@ bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
     if (at >= c.points.size() || c.points[at] != key || *c.nodes[at] != key->getId())
         return false;
     KeyCache& w = keyCache;
+    solve.valid = false; // the keys changed under the evaluator's remembered segment
     childIds.erase(w.nodes[at]);
     w.xs.erase(w.xs.begin() + at);
     w.ys.erase(w.ys.begin() + at);

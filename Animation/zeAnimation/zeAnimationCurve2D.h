@@ -202,7 +202,11 @@ private:
     bool keyCacheIsFresh() const;
     void stampKeyCache() const;
     void rebuildKeyCache() const;
-    void dropKeyCache() { keyCache.built = false; }
+    void dropKeyCache()
+    {
+        keyCache.built = false;
+        solve.valid = false;
+    }
     // Evaluation's search: BeforeFirst gives the second key in k0, AfterLast the last key in k0,
     // InsideSegment the keys around the frame.
     SegmentLocation locateSegment(float frame, const zeControlPoint2D*& k0,

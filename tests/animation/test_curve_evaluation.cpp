@@ -150,6 +150,23 @@ TEST_F(CurveEvaluationTest, TooFewKeysReturnFalseAndLeaveTheValue)
     EXPECT_EQ(7.0f, value);
 }
 
+TEST_F(CurveEvaluationTest, KeysAddedOrDetachedWithoutMovingAnythingAreSeen)
+{
+    // Free keys whose handles lie on them: adding or detaching one writes no position, so only
+    // the curve itself can tell the evaluator that its remembered segment is gone.
+    freeKey(0.0f, 0.0f);
+    freeKey(10.0f, 10.0f);
+    zeControlPoint2D* middle = manager->createPoint2D(5.0f, 42.0f);
+    middle->setTangentType(CP::TangentFree);
+    const float before = at(7.0f);
+    EXPECT_NE(42.0f, before);
+    curve->addObject(middle);
+    EXPECT_EQ(42.0f, at(7.0f)); // a step from the middle key
+    curve->subObject(middle, false);
+    EXPECT_EQ(before, at(7.0f));
+    manager->destroyPoint2D(middle);
+}
+
 TEST_F(CurveEvaluationTest, EditsBetweenEvaluationsAreSeen)
 {
     zeControlPoint2D* a = freeKey(0.0f, 0.0f);
