@@ -159,9 +159,9 @@ inline UInt16 FieldContainerPtrBase::getContainerSize() const
         return BASE::create();                                                                               \
     }
 
-// Accessors of a single field `Name` of type FT holding VT: getSFName, editSFName, getName,
-// editName, setName, and the member _sfName.
-#define OSG_SFIELD_ACCESSORS(FT, VT, Name)                                                                   \
+// The getters of a single field `Name` of type FT holding VT: getSFName, editSFName, getName,
+// editName, and the member _sfName.
+#define OSG_SFIELD_GETTERS(FT, VT, Name)                                                                     \
 public:                                                                                                      \
     FT* getSF##Name()                                                                                        \
     {                                                                                                        \
@@ -187,13 +187,20 @@ public:                                                                         
     {                                                                                                        \
         return _sf##Name.getValue();                                                                         \
     }                                                                                                        \
+                                                                                                             \
+protected:                                                                                                   \
+    FT _sf##Name;
+
+// Accessors of a single field: the getters and setName.
+#define OSG_SFIELD_ACCESSORS(FT, VT, Name)                                                                   \
+    OSG_SFIELD_GETTERS(FT, VT, Name)                                                                         \
+public:                                                                                                      \
     void set##Name(const VT& value)                                                                          \
     {                                                                                                        \
         _sf##Name.setValue(value);                                                                           \
     }                                                                                                        \
                                                                                                              \
-protected:                                                                                                   \
-    FT _sf##Name;
+protected:
 
 // Accessors of a multi field `Name` of type FT holding VT: getMFName, editMFName, getName (the
 // field), getName(i), editName, and the member _mfName.
@@ -238,38 +245,14 @@ protected:                                                                      
 // As OSG_SFIELD_ACCESSORS for a pointer field that holds a reference: setName releases the old
 // value and takes a reference on the new one (editName gives raw access without counting).
 #define OSG_SFIELD_REF_ACCESSORS(FT, VT, Name)                                                               \
+    OSG_SFIELD_GETTERS(FT, VT, Name)                                                                         \
 public:                                                                                                      \
-    FT* getSF##Name()                                                                                        \
-    {                                                                                                        \
-        return &_sf##Name;                                                                                   \
-    }                                                                                                        \
-    const FT* getSF##Name() const                                                                            \
-    {                                                                                                        \
-        return &_sf##Name;                                                                                   \
-    }                                                                                                        \
-    FT* editSF##Name()                                                                                       \
-    {                                                                                                        \
-        return &_sf##Name;                                                                                   \
-    }                                                                                                        \
-    VT& get##Name()                                                                                          \
-    {                                                                                                        \
-        return _sf##Name.getValue();                                                                         \
-    }                                                                                                        \
-    const VT& get##Name() const                                                                              \
-    {                                                                                                        \
-        return _sf##Name.getValue();                                                                         \
-    }                                                                                                        \
-    VT& edit##Name()                                                                                         \
-    {                                                                                                        \
-        return _sf##Name.getValue();                                                                         \
-    }                                                                                                        \
     void set##Name(const VT& value)                                                                          \
     {                                                                                                        \
         setRefdCP(_sf##Name.getValue(), value);                                                              \
     }                                                                                                        \
                                                                                                              \
-protected:                                                                                                   \
-    FT _sf##Name;
+protected:
 
 // As OSG_MFIELD_ACCESSORS for a list of pointers that holds a reference on each element:
 // pushToName adds (null is ignored), removeFromName removes one element by index or the first
