@@ -603,6 +603,25 @@ void zeAnimationObject::containerMove(float delta, bool notify, osg::UInt32 only
     updateBy(this, Change, notify);
 }
 
+namespace {
+
+// Gives a child its new interval edge by edge. The edge in front (in the direction the child
+// moves) goes first and the one that follows it last, so the child never passes through an
+// inverted interval that its own guard would refuse: shrinking a container [0,40] to [20,40]
+// takes a child on [0,20] to [20,30] instead of leaving its begin behind.
+void stretchChild(zeAnimationObject* child, float newBegin, float newEnd, bool towardsEnd)
+{
+    if (towardsEnd) {
+        child->moveEnd(newEnd, false);
+        child->moveBegin(newBegin, false);
+    } else {
+        child->moveBegin(newBegin, false);
+        child->moveEnd(newEnd, false);
+    }
+}
+
+} // namespace
+
 void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool guarded, osg::UInt32 onlyType)
 {
     DepthGuard guard;
@@ -616,11 +635,12 @@ void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool gua
     if (guarded && !(newBegin < e - kEditTolerance))
         return;
     const float scale = (e - newBegin) / (e - b);
+    // Shrinking moves every child towards the end, growing towards the begin.
+    const bool towardsEnd = newBegin > b;
     for (zeAnimationObject* child : childrenOfType(onlyType)) {
         const float cb = child->getBegin();
         const float ce = child->getEnd();
-        child->moveBegin(e - (e - cb) * scale, false);
-        child->moveEnd(e - (e - ce) * scale, false);
+        stretchChild(child, e - (e - cb) * scale, e - (e - ce) * scale, towardsEnd);
     }
     if (notify)
         notifyParent();
@@ -637,13 +657,12 @@ void zeAnimationObject::containerMoveEnd(float newEnd, bool notify, bool guarded
     if (guarded && !(newEnd > b + kEditTolerance))
         return;
     const float scale = (newEnd - b) / (e - b);
-    // The end moves first here (the begin first when stretching the begin), so that no child
-    // passes through an inverted interval.
+    // Growing moves every child towards the end, shrinking towards the begin.
+    const bool towardsEnd = newEnd > e;
     for (zeAnimationObject* child : childrenOfType(onlyType)) {
         const float cb = child->getBegin();
         const float ce = child->getEnd();
-        child->moveEnd((ce - b) * scale + b, false);
-        child->moveBegin((cb - b) * scale + b, false);
+        stretchChild(child, (cb - b) * scale + b, (ce - b) * scale + b, towardsEnd);
     }
     if (notify)
         notifyParent();

@@ -168,6 +168,53 @@ TEST_F(ContainerTest, BlockStretchScalesCurvesAboutTheFixedEdgeAndTellsTheParent
     EXPECT_EQ(t->getEnd(), 40.0f);
 }
 
+// Shrinking or growing at either edge, at any level of nesting, keeps every curve in its
+// proportional place: no child edge is refused on the way.
+TEST_F(ContainerTest, StretchKeepsEveryChildInItsProportionalPlace)
+{
+    struct Stretch
+    {
+        bool atBegin;
+        float edge;
+        float (*map)(float);
+    };
+    const Stretch stretches[] = {
+        {true, 20.0f, [](float x) { return 40.0f - (40.0f - x) * 0.5f; }},
+        {true, -40.0f, [](float x) { return 40.0f - (40.0f - x) * 2.0f; }},
+        {false, 20.0f, [](float x) { return x * 0.5f; }},
+        {false, 80.0f, [](float x) { return x * 2.0f; }},
+    };
+    for (const Stretch& stretch : stretches) {
+        for (int level = 0; level < 3; ++level) {
+            SCOPED_TRACE(testing::Message() << "edge " << stretch.edge << " level " << level);
+            zeAnimationCurve2D* a = curve(0, 20);
+            zeAnimationCurve2D* c = curve(20, 40);
+            zeAnimationUnit* b = manager->createUnit(0);
+            b->addObject(a);
+            b->addObject(c);
+            zeAnimationStreak* t = track({b});
+            zeAnimationStrip* clip = manager->createStrip(0);
+            clip->addObject(t);
+            zeAnimationObject* target = level == 0   ? static_cast<zeAnimationObject*>(b)
+                                        : level == 1 ? static_cast<zeAnimationObject*>(t)
+                                                     : static_cast<zeAnimationObject*>(clip);
+            if (stretch.atBegin)
+                target->moveBegin(stretch.edge, true);
+            else
+                target->moveEnd(stretch.edge, true);
+            ASSERT_EQ(keyXs(a).size(), 2u);
+            ASSERT_EQ(keyXs(c).size(), 2u);
+            EXPECT_NEAR(keyXs(a)[0], stretch.map(0.0f), 1e-4f);
+            EXPECT_NEAR(keyXs(a)[1], stretch.map(20.0f), 1e-4f);
+            EXPECT_NEAR(keyXs(c)[0], stretch.map(20.0f), 1e-4f);
+            EXPECT_NEAR(keyXs(c)[1], stretch.map(40.0f), 1e-4f);
+            EXPECT_NEAR(b->getBegin(), stretch.map(0.0f), 1e-4f);
+            EXPECT_NEAR(b->getEnd(), stretch.map(40.0f), 1e-4f);
+            manager->destroyObject(clip);
+        }
+    }
+}
+
 TEST_F(ContainerTest, RefusedBlockStretchStoresTheBeginOnly)
 {
     zeAnimationUnit* b = block(0, 10);
