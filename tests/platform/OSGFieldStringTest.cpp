@@ -138,15 +138,21 @@ TEST(FieldText, ParsingIsLenientAboutSeparatorsAndMissingValues)
     b.pushValueByStr("maybe"); // unreadable: unchanged
     EXPECT_TRUE(b.getValue());
 
+    // Integers as strtol/strtoul read them (base prefixes count, the first character that does
+    // not fit ends the number) and then cast to the field's type.
     SFInt32 i(5);
-    i.pushValueByStr("abc");
-    EXPECT_EQ(i.getValue(), 5);
+    const std::pair<const char*, Int32> signedTexts[] = {
+        {"abc", 0}, {"0x10", 16}, {"010", 8}, {"1e+09", 1}, {"2.7", 2}, {" -12x", -12}, {"4294967297", 1}};
+    for (const auto& entry : signedTexts) {
+        i.pushValueByStr(entry.first);
+        EXPECT_EQ(i.getValue(), entry.second) << entry.first;
+    }
     SFUInt8 small(1);
-    small.pushValueByStr("300"); // out of range: unchanged
-    EXPECT_EQ(small.getValue(), 1);
+    small.pushValueByStr("300");
+    EXPECT_EQ(small.getValue(), 44);
     SFUInt32 u(1);
-    u.pushValueByStr("-1");
-    EXPECT_EQ(u.getValue(), 1u);
+    u.pushValueByStr("-3");
+    EXPECT_EQ(u.getValue(), 4294967293u);
 
     // Strings are read verbatim: the quotes of the text form stay.
     SFString s;

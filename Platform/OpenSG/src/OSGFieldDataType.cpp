@@ -1,8 +1,6 @@
 #include <OpenSG/OSGFieldDataType.h>
 
-#include <cerrno>
 #include <cinttypes>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <strings.h>
@@ -24,60 +22,21 @@ std::string formatReals(const Real32* values, UInt32 n, const Char8* separator)
     return out;
 }
 
-// Integers are read in decimal; a floating-point form ("1.5e+01", as written by generic value
-// editors) is accepted too and rounded to the nearest integer. Out-of-range text is refused.
-bool readInteger(const Char8* str, long double& out)
-{
-    Char8* end = nullptr;
-    errno = 0;
-    long double v = std::strtold(str, &end);
-    if (end == str || errno != 0)
-        return false;
-    out = v < 0 ? -std::floor(-v + 0.5L) : std::floor(v + 0.5L);
-    return true;
-}
-
+// Integers are read as OpenSG reads them: strtol/strtoul with base 0 (so "0x10" is 16 and "010"
+// is 8), stopping at the first character that does not fit ("1e+09" is 1, "2.7" is 2), and the
+// result cast to the field's type, so "-3" wraps in an unsigned field and text without a number
+// gives 0. Nothing is refused.
 template <class T>
 bool readSigned(T& out, const Char8* str)
 {
-    Char8* end = nullptr;
-    errno = 0;
-    long long v = std::strtoll(str, &end, 10);
-    if (end != str && errno == 0 && *end != '.' && *end != 'e' && *end != 'E') {
-        if (v < (long long)std::numeric_limits<T>::min() || v > (long long)std::numeric_limits<T>::max())
-            return false;
-        out = T(v);
-        return true;
-    }
-    long double d;
-    if (!readInteger(str, d) || d < (long double)std::numeric_limits<T>::min() ||
-        d > (long double)std::numeric_limits<T>::max())
-        return false;
-    out = T(d);
+    out = static_cast<T>(std::strtoll(str, nullptr, 0));
     return true;
 }
 
 template <class T>
 bool readUnsigned(T& out, const Char8* str)
 {
-    const Char8* p = str;
-    while (*p == ' ' || *p == '\t' || *p == '\n' || *p == '\r')
-        ++p;
-    if (*p == '-')
-        return false;
-    Char8* end = nullptr;
-    errno = 0;
-    unsigned long long v = std::strtoull(p, &end, 10);
-    if (end != p && errno == 0 && *end != '.' && *end != 'e' && *end != 'E') {
-        if (v > (unsigned long long)std::numeric_limits<T>::max())
-            return false;
-        out = T(v);
-        return true;
-    }
-    long double d;
-    if (!readInteger(p, d) || d < 0 || d > (long double)std::numeric_limits<T>::max())
-        return false;
-    out = T(d);
+    out = static_cast<T>(std::strtoull(str, nullptr, 0));
     return true;
 }
 
