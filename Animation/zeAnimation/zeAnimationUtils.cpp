@@ -26,7 +26,10 @@
 #include <algorithm>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -223,19 +226,49 @@ float* floatComponent(osg::Field* field, ContentKind kind, osg::UInt32 index)
     }
 }
 
-// Integer fields are animated through their text form; the scene rounds what it reads.
-bool isIntegralField(const osg::Field* field)
+// Integer fields are animated through their text form, written as a whole decimal number. The
+// scene graph reads integer text as strtol/strtoul do (saturating beyond 64 bits) and casts the
+// result to the field's type, so a negative number wraps in an unsigned field; this is the value
+// such a field holds after `number` is written.
+template <class T>
+double parsedInteger(double number)
 {
-    static const osg::UInt32 ids[] = {osg::SFInt8::getClassType().getContentType().getId(),
-                                      osg::SFUInt8::getClassType().getContentType().getId(),
-                                      osg::SFInt16::getClassType().getContentType().getId(),
-                                      osg::SFUInt16::getClassType().getContentType().getId(),
-                                      osg::SFInt32::getClassType().getContentType().getId(),
-                                      osg::SFUInt32::getClassType().getContentType().getId(),
-                                      osg::SFInt64::getClassType().getContentType().getId(),
-                                      osg::SFUInt64::getClassType().getContentType().getId()};
+    const double two63 = 9223372036854775808.0;
+    const double two64 = 18446744073709551616.0;
+    if (std::is_signed<T>::value) {
+        const long long v = number >= two63   ? std::numeric_limits<long long>::max()
+                            : number < -two63 ? std::numeric_limits<long long>::min()
+                                              : static_cast<long long>(number);
+        return static_cast<double>(static_cast<T>(v));
+    }
+    unsigned long long v = std::numeric_limits<unsigned long long>::max();
+    if (number >= 0.0 && number < two64)
+        v = static_cast<unsigned long long>(number);
+    else if (number < 0.0 && number > -two64)
+        v = 0ULL - static_cast<unsigned long long>(-number);
+    return static_cast<double>(static_cast<T>(v));
+}
+
+// For an integer field, how a whole number reads back from it; null for any other field.
+typedef double (*IntegerReadBack)(double);
+
+IntegerReadBack integerReadBack(const osg::Field* field)
+{
+    static const std::pair<osg::UInt32, IntegerReadBack> types[] = {
+        {osg::SFInt8::getClassType().getContentType().getId(), &parsedInteger<osg::Int8>},
+        {osg::SFUInt8::getClassType().getContentType().getId(), &parsedInteger<osg::UInt8>},
+        {osg::SFInt16::getClassType().getContentType().getId(), &parsedInteger<osg::Int16>},
+        {osg::SFUInt16::getClassType().getContentType().getId(), &parsedInteger<osg::UInt16>},
+        {osg::SFInt32::getClassType().getContentType().getId(), &parsedInteger<osg::Int32>},
+        {osg::SFUInt32::getClassType().getContentType().getId(), &parsedInteger<osg::UInt32>},
+        {osg::SFInt64::getClassType().getContentType().getId(), &parsedInteger<osg::Int64>},
+        {osg::SFUInt64::getClassType().getContentType().getId(), &parsedInteger<osg::UInt64>}};
     const osg::UInt32 id = field->getContentType().getId();
-    return std::find(std::begin(ids), std::end(ids), id) != std::end(ids);
+    for (const auto& type : types) {
+        if (type.first == id)
+            return type.second;
+    }
+    return nullptr;
 }
 
 // Angles are stored in radians and animated in degrees for these fields.
@@ -552,16 +585,30 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     std::vector<float> values = stringValues(text);
     if (field->valuePos >= values.size())
         return false;
+    const IntegerReadBack readBack = integerReadBack(sceneField);
+    // An integer field takes a whole decimal number ("1000000000", never "1e+09", which the
+    // scene graph would read as 1); a value that is no number at all has none to give.
+    const double whole = roundHalfAway(sceneValue);
+    if (readBack && !std::isfinite(whole))
+        return false;
     // Compare with what the field will really hold: a boolean or integer field keeps only the
     // rounded value, and a float that rounds to the current value must not notify a change.
-    const float held = isBool                        ? (floatToBool(sceneValue) ? 1.0f : 0.0f)
-                       : isIntegralField(sceneField) ? snap(sceneValue)
-                                                     : sceneValue;
+    const float held = isBool     ? (floatToBool(sceneValue) ? 1.0f : 0.0f)
+                       : readBack ? static_cast<float>(readBack(whole))
+                                  : sceneValue;
     if (sameValue(values[field->valuePos], held))
         return true;
     values[field->valuePos] = held;
-    const std::string written = isBool ? std::string(floatToBool(sceneValue) ? "TRUE" : "FALSE")
-                                       : zeString::createStringFromValues(values);
+    std::string written;
+    if (isBool) {
+        written = floatToBool(sceneValue) ? "TRUE" : "FALSE";
+    } else if (readBack) {
+        char buffer[64];
+        std::snprintf(buffer, sizeof(buffer), "%.0f", whole);
+        written = buffer;
+    } else {
+        written = zeString::createStringFromValues(values);
+    }
     const osg::BitVector mask = fieldMask(container, name);
     osg::beginEditCP(container, mask, 1);
     sceneField->pushValueByStr(written.c_str());

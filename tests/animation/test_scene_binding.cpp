@@ -557,6 +557,12 @@ TEST_F(SceneBindingTest, IntegersAndBooleansRoundHalfAwayAndGoThroughTheTextForm
     EXPECT_TRUE(write(field, 2.3f));
     EXPECT_EQ(choice->getChoice(), 2);
     EXPECT_EQ(osg::ChangeRecord::count(idOf(choice)), 0u);
+    // Whole decimal numbers, never an exponent form that integer parsing would cut short; a
+    // value that is no number leaves the field alone.
+    EXPECT_TRUE(write(field, 1.0e9f));
+    EXPECT_EQ(choice->getChoice(), 1000000000);
+    EXPECT_FALSE(write(field, std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_EQ(choice->getChoice(), 1000000000);
 
     osg::LightPtr light = osg::LightPtr::dcast(pointLight->getCore());
     zeAnimationField* on = manager->getField(pointLight, "on");
@@ -567,6 +573,14 @@ TEST_F(SceneBindingTest, IntegersAndBooleansRoundHalfAwayAndGoThroughTheTextForm
     EXPECT_TRUE(light->getOn());
     osg::ChangeRecord::clear();
     EXPECT_TRUE(write(on, 0.9f));
+    EXPECT_EQ(osg::ChangeRecord::count(idOf(light)), 0u);
+
+    // A negative value wraps in an unsigned field, once: the wrapped value is what it holds.
+    zeAnimationField* shadowMode = manager->getField(pointLight, "shadowMode");
+    EXPECT_TRUE(write(shadowMode, -3.0f));
+    EXPECT_EQ(light->getShadowMode(), 4294967293u);
+    osg::ChangeRecord::clear();
+    EXPECT_TRUE(write(shadowMode, -3.2f));
     EXPECT_EQ(osg::ChangeRecord::count(idOf(light)), 0u);
 }
 
