@@ -283,7 +283,7 @@ TEST_F(SceneBindingTest, EachCoreTypeGetsItsAnimatableAttributes)
 {
     const std::set<std::string> visibleOnly{"visible"};
     EXPECT_EQ(attributesOf(group), visibleOnly);
-    EXPECT_EQ(attributesOf(geometryInGroup), visibleOnly);
+    EXPECT_EQ(attributesOf(geometryInGroup), (std::set<std::string>{"dlistCache", "vbo", "visible"}));
     EXPECT_EQ(attributesOf(transform), visibleOnly); // a matrix is not animated component-wise
     EXPECT_EQ(attributesOf(bareMaterialGroup), visibleOnly);
 

@@ -1,6 +1,7 @@
 #include "LiveContainers.h"
 
 #include <OpenSG/OSGComponentTransform.h>
+#include <OpenSG/OSGGeometry.h>
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGMaterialGroup.h>
 #include <OpenSG/OSGNode.h>
@@ -35,6 +36,16 @@ TEST(Cores, FieldIdsFollowTheInheritanceChain)
     EXPECT_EQ(Attachment::InternalFieldMask, 0x4u);
     EXPECT_EQ(Name::SimpleFieldId, 3u);
     EXPECT_STREQ(Node::getClassType().getFieldDescription(Node::TravMaskFieldId)->getCName(), "travMask");
+    // Geometry: the material, fifteen property pointers, the index mapping, "dlistCache", six
+    // internal GL caches and "vbo" last.
+    const FieldContainerType& geometry = Geometry::getClassType();
+    EXPECT_EQ(geometry.getNumFieldDescs(), 27u);
+    EXPECT_EQ(Geometry::TypesFieldId, 4u);
+    EXPECT_STREQ(geometry.getFieldDescription(Geometry::TexCoords7FieldId)->getCName(), "texCoords7");
+    EXPECT_STREQ(geometry.getFieldDescription(Geometry::DlistCacheFieldId)->getCName(), "dlistCache");
+    EXPECT_TRUE(geometry.getFieldDescription(Geometry::GLIdFieldId)->isInternal());
+    EXPECT_FALSE(geometry.getFieldDescription(Geometry::VboFieldId)->isInternal());
+    EXPECT_EQ(Geometry::VboFieldId, 27u);
 }
 
 TEST(Cores, DefaultsOfSwitchMaterialAndCamera)
@@ -53,6 +64,11 @@ TEST(Cores, DefaultsOfSwitchMaterialAndCamera)
     PerspectiveCameraPtr cam = PerspectiveCamera::create();
     EXPECT_FLOAT_EQ(cam->getAspect(), 1.f);
     EXPECT_FLOAT_EQ(cam->getFov(), 0.f);
+    GeometryPtr geo = Geometry::create();
+    EXPECT_TRUE(geo->getDlistCache());
+    EXPECT_FALSE(geo->getVbo());
+    EXPECT_EQ(geo->getPositions(), NullFC);
+    subRefCP(geo);
     subRefCP(sw);
     subRefCP(mat);
     subRefCP(cam);

@@ -5,9 +5,8 @@
 
 namespace osg {
 
-// Geometry core. It carries no render data: the property fields of OpenSG's Geometry (types,
-// lengths, positions, normals, colours, texture coordinates, indices and the GL caches) are absent,
-// so only the inherited "material" field exists.
+// Geometry core with OpenSG's fields. It carries no render data: the property classes are only
+// declared (OSGGeoPropPtrs.h), so the property fields stay null.
 class OSG_SYSTEMLIB_DLLMAPPING Geometry : public GeometryBase
 {
 public:
