@@ -10,7 +10,7 @@
 namespace osg {
 
 template <class ValueTypeT>
-class Color3
+class OSG_SYSTEMLIB_DLLMAPPING Color3
 {
 public:
     typedef ValueTypeT ValueType;
@@ -155,7 +155,7 @@ protected:
 };
 
 template <class ValueTypeT>
-class Color4
+class OSG_SYSTEMLIB_DLLMAPPING Color4
 {
 public:
     typedef ValueTypeT ValueType;

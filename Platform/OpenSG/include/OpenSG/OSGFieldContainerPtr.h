@@ -83,7 +83,7 @@ OSG_SYSTEMLIB_DLLMAPPING extern const NullFieldContainerPtr NullFC;
 
 // Typed handle: -> and * yield the container type, dcast converts with a checked cast.
 template <class BasePtrT, class FieldContainerTypeT>
-class FCPtr : public BasePtrT
+class OSG_SYSTEMLIB_DLLMAPPING FCPtr : public BasePtrT
 {
 public:
     typedef FieldContainerTypeT StoredObjectType;

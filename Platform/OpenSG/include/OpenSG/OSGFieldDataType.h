@@ -84,10 +84,10 @@ struct FieldDataTraitsFCPtr
 };
 
 // Declares the field traits of a container pointer type; the data type is named after it
-// ("NodePtr", "MaterialPtr", ...).
+// ("NodePtr", "MaterialPtr", ...). Exported like the field templates: one data type per process.
 #define OSG_DECL_FC_PTR_FIELD_TRAITS(PTR)                                                                    \
     template <>                                                                                              \
-    struct FieldDataTraits<PTR, 0> : public FieldDataTraitsFCPtr<PTR>                                        \
+    struct OSG_SYSTEMLIB_DLLMAPPING FieldDataTraits<PTR, 0> : public FieldDataTraitsFCPtr<PTR>               \
     {                                                                                                        \
         static DataType& getType()                                                                           \
         {                                                                                                    \

@@ -19,8 +19,10 @@ public:
 };
 
 // Multi-value field with an STL-like interface over its vector.
+// Exported even from libraries built with hidden visibility: the type object behind
+// getClassType() must be one per process, not one per library that instantiates the template.
 template <class FieldTypeT, Int32 fieldNameSpace = 0>
-class MField : public Field
+class OSG_SYSTEMLIB_DLLMAPPING MField : public Field
 {
 public:
     typedef FieldTypeT StoredType;

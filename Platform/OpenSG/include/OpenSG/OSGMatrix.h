@@ -15,7 +15,7 @@ namespace osg {
 // m[3][0..2] and getValues() yields the column-major array OpenGL expects. The 16-value
 // constructor and setValue take their arguments row by row.
 template <class ValueTypeT>
-class TransformationMatrix
+class OSG_SYSTEMLIB_DLLMAPPING TransformationMatrix
 {
 public:
     typedef ValueTypeT ValueType;

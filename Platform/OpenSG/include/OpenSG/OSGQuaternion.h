@@ -16,7 +16,7 @@ class TransformationMatrix;
 // The members that take or return a matrix are defined in OSGMatrix.h, which this header
 // includes at its end.
 template <class ValueTypeT>
-class QuaternionBase
+class OSG_SYSTEMLIB_DLLMAPPING QuaternionBase
 {
 public:
     typedef ValueTypeT ValueType;

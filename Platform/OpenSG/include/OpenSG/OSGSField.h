@@ -8,8 +8,10 @@
 namespace osg {
 
 // Single-value field.
+// Exported even from libraries built with hidden visibility: the type object behind
+// getClassType() must be one per process, not one per library that instantiates the template.
 template <class FieldTypeT, Int32 fieldNameSpace = 0>
-class SField : public Field
+class OSG_SYSTEMLIB_DLLMAPPING SField : public Field
 {
 public:
     typedef FieldTypeT StoredType;

@@ -11,8 +11,10 @@ namespace osg {
 
 // An attachment holding a single field. The description names the type, the field and the group;
 // every simple attachment type names its own group, so findAttachment by that group finds it.
+// Exported even from libraries built with hidden visibility: the type object behind
+// getClassType() must be one per process, not one per library that instantiates the template.
 template <class AttachmentDescT>
-class SimpleAttachment : public Attachment
+class OSG_SYSTEMLIB_DLLMAPPING SimpleAttachment : public Attachment
 {
 public:
     typedef Attachment Inherited;

@@ -44,7 +44,7 @@ inline UInt32 osgReadNumbers(const Char8* str, T* values, UInt32 n)
 // A point in N-space. Vector derives from it and adds the vector operations. Components are
 // zero-filled on default construction.
 template <class ValueTypeT, UInt32 SizeI>
-class Point
+class OSG_SYSTEMLIB_DLLMAPPING Point
 {
 public:
     typedef ValueTypeT ValueType;
@@ -256,7 +256,7 @@ protected:
 };
 
 template <class ValueTypeT, UInt32 SizeI>
-class Vector : public Point<ValueTypeT, SizeI>
+class OSG_SYSTEMLIB_DLLMAPPING Vector : public Point<ValueTypeT, SizeI>
 {
     typedef Point<ValueTypeT, SizeI> Inherited;
 
