@@ -1,8 +1,8 @@
 #ifndef ZEANIMATIONCONFIG_H
 #define ZEANIMATIONCONFIG_H
 
-// Symbol visibility of the shared library. The library is built with default visibility, so the
-// macro is empty on this platform; it marks the exported classes for builds that hide symbols.
+// Symbol visibility of the shared library. The library is built with hidden visibility: only the
+// classes marked ZEANIMATION_EXPORT (the public API) are exported, nothing else is.
 #if defined(_WIN32)
 #if defined(zeAnimation_EXPORTS)
 #define ZEANIMATION_EXPORT __declspec(dllexport)
