@@ -3,7 +3,10 @@
 # Safe to run any number of times; does nothing when everything is present.
 set -euo pipefail
 
-packages=(cmake g++ ninja-build qtbase5-dev libboost-dev googletest libgtest-dev libgmock-dev libbenchmark-dev)
+# pkgconf and dpkg-dev (dpkg-shlibdeps) serve the package check: the pkg-config consumer and the
+# dependencies of the Debian package.
+packages=(cmake g++ ninja-build qtbase5-dev libboost-dev googletest libgtest-dev libgmock-dev libbenchmark-dev
+    pkgconf dpkg-dev)
 
 missing=()
 for p in "${packages[@]}"; do

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs the whole test suite from any state of the machine: installs missing packages, configures,
 # builds and runs ctest twice, once in an optimised build and once under AddressSanitizer and
-# UndefinedBehaviorSanitizer.  Pass --quick to skip the sanitizer build.
+# UndefinedBehaviorSanitizer; in between, installs the optimised build and uses it as a host would
+# (scripts/check-package.sh).  Pass --quick to skip the sanitizer build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -25,6 +26,9 @@ run_suite() {
 
 echo "== optimised build"
 run_suite build/release -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+echo "== the installed package, as hosts use it"
+scripts/check-package.sh build/release
 
 if [ $quick -eq 0 ]; then
     echo "== sanitizer build (ASan + UBSan)"
