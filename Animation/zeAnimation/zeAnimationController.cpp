@@ -17,7 +17,9 @@
 #include <cmath>
 #include <cstdio>
 #include <iterator>
+#include <limits>
 #include <mutex>
+#include <unordered_set>
 
 float zeAnimationController::_fps = 25.0f;
 float zeAnimationController::_currentFrame = 0.0f;
@@ -76,6 +78,16 @@ float repeatWrap(float frame, float b, float e)
 float roundHalfAway(float frame)
 {
     return static_cast<float>(std::trunc(frame < 0.0f ? frame - 0.5f : frame + 0.5f));
+}
+
+// A whole frame as the int the host is told; frames beyond the int range saturate.
+int wholeFrameNumber(float whole)
+{
+    if (whole >= 2147483648.0f)
+        return std::numeric_limits<int>::max();
+    if (whole < -2147483648.0f)
+        return std::numeric_limits<int>::min();
+    return static_cast<int>(whole);
 }
 
 void sendMessage(const std::string& name, zeMessage& message)
@@ -218,12 +230,8 @@ void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, fl
         return;
     }
     // Containers pass the unwrapped frame down; their own repeat wrap does not reach the children.
-    zeAnimationObject::DepthGuard guard;
-    if (!guard.ok())
-        return;
-    zeAnimationManager* m = manager();
     for (osg::UInt64 childId : object->getChildIds()) {
-        if (zeAnimationObject* child = m->getObject(childId))
+        if (zeAnimationObject* child = object->resolveChild(childId))
             collectCurvesWithFrame(child, frame, past, active, future, motionBlurOnly);
     }
 }
@@ -269,6 +277,8 @@ bool zeAnimationController::evaluateObject(zeAnimationObject* object, float fram
 {
     if (!object)
         return true;
+    // Writing the scene may call the host's camera, which may destroy this object.
+    const zeAnimationObject::Watch watched(object);
     // The scratch lists are taken over for the duration of the call (and handed back after), so a
     // host callback that evaluates again meanwhile works on lists of its own.
     CurveFrameMap past;
@@ -302,6 +312,9 @@ bool zeAnimationController::evaluateObject(zeAnimationObject* object, float fram
     activeScratch.swap(active);
     futureScratch.swap(future);
     changedFields.swap(changed);
+    object = watched.get();
+    if (!object)
+        return true; // destroyed by the host: nothing of it plays on
 
     // Everything that reads the object is done before the host's sequences run: a host sequence
     // may destroy this very object.
@@ -344,8 +357,13 @@ void zeAnimationController::evaluate(float frame, bool evaluateCurrentObject, bo
         evaluateCurves(curves, frame, motionBlurOnly);
     }
     if (evaluateActive) {
-        for (zeAnimationUnit* unit : m->getActiveSceneUnits()) {
-            if (unit)
+        // One block's evaluation may call the host, which may destroy the others: each is looked
+        // up again when its turn comes.
+        std::vector<osg::UInt64> ids;
+        for (zeAnimationUnit* unit : m->getActiveSceneUnits())
+            ids.push_back(unit->getId());
+        for (osg::UInt64 id : ids) {
+            if (zeAnimationUnit* unit = m->getUnit(id))
                 evaluateObject(unit, frame, motionBlurOnly);
         }
     }
@@ -398,8 +416,27 @@ void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*
 
 void zeAnimationController::updateAnimationFields(const std::vector<zeAnimationField*>& fields)
 {
-    for (zeAnimationField* field : fields)
-        zeAnimationUtils::setOSGFieldValue(field);
+    // A write may call the host's camera, which may destroy fields of this very batch: once the
+    // field registry changed, a field is written only while the registry still holds it.
+    const zeAnimationManager* m = manager();
+    const osg::UInt64 epoch = m->getFieldEpoch();
+    std::size_t i = 0;
+    for (; i < fields.size() && m->getFieldEpoch() == epoch; ++i)
+        zeAnimationUtils::setOSGFieldValue(fields[i]);
+    if (i == fields.size())
+        return;
+    std::unordered_set<const zeAnimationField*> live;
+    osg::UInt64 liveEpoch = ~m->getFieldEpoch();
+    for (; i < fields.size(); ++i) {
+        if (liveEpoch != m->getFieldEpoch()) {
+            live.clear();
+            for (const zeAnimationManager::FieldMap::value_type& entry : m->getFields())
+                live.insert(entry.second);
+            liveEpoch = m->getFieldEpoch();
+        }
+        if (live.count(fields[i]))
+            zeAnimationUtils::setOSGFieldValue(fields[i]);
+    }
 }
 
 // ---- Transport --------------------------------------------------------------------------------
@@ -519,10 +556,11 @@ void zeAnimationController::playLoop()
         frame = roundHalfAway(frame);
     setCurrentFrame(frame, PlayGlobal);
     const float whole = floorf(frame);
-    if (whole != _fullFrame) {
+    // NaN is no frame: no whole-frame message for it, and the last whole frame stays.
+    if (whole != _fullFrame && !std::isnan(whole)) {
         _fullFrame = whole;
         zeMessage message;
-        message.setValue("frame", boost::any(static_cast<int>(whole)), true);
+        message.setValue("frame", boost::any(wholeFrameNumber(whole)), true);
         sendMessage("currentFullFrameChanged", message);
     }
     zeAnimationManager* m = manager();
@@ -559,7 +597,12 @@ void zeAnimationController::pause(zeAnimationObject* object, bool pausing)
 {
     if (!object)
         return;
+    // The host's clock may destroy the object.
+    const zeAnimationObject::Watch watched(object);
     const float t = getSimulationTime();
+    object = watched.get();
+    if (!object)
+        return;
     object->setPausing(pausing);
     if (pausing)
         object->setPauseTime(t);
@@ -582,8 +625,10 @@ void zeAnimationController::reset()
     zeAnimationManager* m = manager();
     for (osg::UInt64 id : std::vector<osg::UInt64>(playQueue.begin(), playQueue.end())) {
         if (zeAnimationObject* object = m->getObject(id)) {
+            const zeAnimationObject::Watch watched(object);
             evaluateObject(object, object->getBegin(), false);
-            object->setPlaying(false);
+            if ((object = watched.get()))
+                object->setPlaying(false);
         }
     }
     playQueue.clear();
@@ -593,17 +638,22 @@ void zeAnimationController::reset(zeAnimationObject* object)
 {
     if (!object)
         return;
+    // A host sequence run by the evaluation may destroy the object.
+    const osg::UInt64 id = object->getId();
+    const zeAnimationObject::Watch watched(object);
     evaluateObject(object, object->usesPlayRange() ? object->getStartPlayRange() : object->getBegin(), false);
-    object->setPlaying(false);
-    playQueue.erase(object->getId());
+    if ((object = watched.get()))
+        object->setPlaying(false);
+    playQueue.erase(id);
 }
 
 void zeAnimationController::gotoEnd(zeAnimationObject* object)
 {
     if (!object)
         return;
+    const osg::UInt64 id = object->getId();
     evaluateObject(object, object->usesPlayRange() ? object->getEndPlayRange() : object->getEnd(), false);
-    playQueue.erase(object->getId());
+    playQueue.erase(id);
 }
 
 void zeAnimationController::playGlobal(const std::vector<osg::UInt64>& ids, bool reverse, bool repeat,
@@ -737,15 +787,16 @@ void zeAnimationController::initSequences(const std::vector<zeAnimationSequence*
 
 void zeAnimationController::evaluateSequences(const std::vector<zeAnimationSequence*>& sequences, float frame)
 {
-    const bool simulationWasOn = _isSimEnableCB && _isSimEnableCB();
-    if (simulationWasOn && _enableSimCB)
-        _enableSimCB(false);
-    // A host sequence may destroy animation objects, these sequences among them: each one is
-    // looked up again by identifier before it is touched, and a destroyed one is skipped.
+    // Every host callback below may destroy animation objects, these sequences among them: the
+    // identifiers are taken before the first one, and each sequence is looked up again before it
+    // is touched; a destroyed one is skipped.
     std::vector<osg::UInt64> ids;
     ids.reserve(sequences.size());
     for (zeAnimationSequence* sequence : sequences)
         ids.push_back(sequence ? sequence->getId() : 0);
+    const bool simulationWasOn = _isSimEnableCB && _isSimEnableCB();
+    if (simulationWasOn && _enableSimCB)
+        _enableSimCB(false);
     zeAnimationManager* m = manager();
     for (std::size_t i = 0; i < ids.size(); ++i) {
         zeAnimationSequence* sequence = m->getSequence(ids[i]);
@@ -788,8 +839,10 @@ void zeAnimationController::executeMotionBlur(float t)
 
 void zeAnimationController::executeMotionBlur(float t, zeAnimationObject* object)
 {
+    // The host's camera callback may destroy the object.
+    const zeAnimationObject::Watch watched(object);
     float frame = 0.0f;
-    if (!motionBlurFrame(t, "executeMotionBlur", frame) || !object)
+    if (!motionBlurFrame(t, "executeMotionBlur", frame) || !(object = watched.get()))
         return;
     std::vector<zeAnimationCurve2D*> curves;
     for (zeAnimationCurve2D* curve : object->getCurves()) {

@@ -25,8 +25,9 @@ class zeAnimationField;
 class ZEANIMATION_EXPORT zeAnimationController
 {
 public:
-    // Who moved the current frame. The library itself only ever sends PlayGlobal (3).
-    enum AnimationWidget
+    // Who moved the current frame. The library itself only ever sends PlayGlobal (3); any other
+    // value the host's widgets use is passed through unchanged (hence the fixed 32-bit type).
+    enum AnimationWidget : osg::UInt32
     {
         NoWidget = 0,
         TimeLine = 1,

@@ -72,7 +72,7 @@ zeAnimationCurve2D::zeAnimationCurve2D(const zeAnimationCurve2D& other) : zeAnim
     parentId = parent ? parent->getId() : 0;
     zeAnimationManager* m = manager();
     for (osg::UInt64 pointId : other.childIds) {
-        if (zeControlPoint2D* point = m->getPoint2D(pointId))
+        if (zeControlPoint2D* point = other.typedChild<zeControlPoint2D>(pointId, 1))
             addObject(m->duplicatePoint2D(point));
     }
 }
@@ -86,9 +86,8 @@ std::vector<zeControlPoint2D*> zeAnimationCurve2D::keys() const
 {
     std::vector<zeControlPoint2D*> result;
     result.reserve(childIds.size());
-    zeAnimationManager* m = manager();
     for (osg::UInt64 pointId : childIds) {
-        if (zeControlPoint2D* point = m->getPoint2D(pointId))
+        if (zeControlPoint2D* point = typedChild<zeControlPoint2D>(pointId, 1))
             result.push_back(point);
     }
     return result;
@@ -200,10 +199,9 @@ void zeAnimationCurve2D::rebuildKeyCache() const
     c.ordered = true;
     c.complete = true;
     c.hasNaN = false;
-    zeAnimationManager* m = manager();
     ChildList& list = const_cast<ChildList&>(childIds);
     for (ChildList::iterator it = list.begin(); it != list.end(); ++it) {
-        zeControlPoint2D* point = m->getPoint2D(*it);
+        zeControlPoint2D* point = typedChild<zeControlPoint2D>(*it, 1);
         if (!point) {
             c.complete = false;
             continue;
@@ -456,7 +454,7 @@ zeControlPoint2D* zeAnimationCurve2D::findPoint(osg::UInt64 pointId) const
 {
     for (osg::UInt64 childId : childIds) {
         if (childId == pointId)
-            return manager()->getPoint2D(pointId);
+            return typedChild<zeControlPoint2D>(pointId, 1);
     }
     return nullptr;
 }
@@ -603,14 +601,16 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
     if (!object || object->getTypeID() != 1)
         return nullptr;
     zeControlPoint2D* key = static_cast<zeControlPoint2D*>(object);
-    if (key->isTangent())
+    if (key->isTangent() || !canAdopt(key))
         return nullptr;
-    if (zeControlPoint2D* existing = findPoint(key->getX())) {
-        // Adding a key that is already there changes nothing.
-        if (existing == key)
-            return key;
+    // Adding a key that is already there changes nothing.
+    if (findPoint(key->getX()) == key)
+        return key;
+    // A key has one curve: it leaves the one that lists it (this one too, when it sits there
+    // out of place), and then replaces the key at its x.
+    key->leaveParent();
+    if (zeControlPoint2D* existing = findPoint(key->getX()))
         subObject(existing, true);
-    }
     key->parentId = id;
     if (!insertKeyInOrder(key)) {
         childIds.push_back(key->getId());
@@ -634,6 +634,8 @@ zeAnimationObject* zeAnimationCurve2D::subObject(zeAnimationObject* object, bool
     if (!object || object->getTypeID() != 1)
         return nullptr;
     zeControlPoint2D* key = static_cast<zeControlPoint2D*>(object);
+    if (key->parentId != id)
+        return nullptr;
     const Neighbours around = getPreviousAndNextPoint(key);
     const bool erasedInStep = eraseKeyInOrder(key);
     if (!erasedInStep) {
@@ -670,11 +672,22 @@ osg::UInt32 zeAnimationCurve2D::removeKeys(bool selectedOnly, bool destroy, zeAn
 {
     if (target == this)
         target = nullptr;
+    zeAnimationManager* m = manager();
+    // By identifier: adding a key to the target may destroy the target's key at the same x.
+    std::vector<osg::UInt64> ids;
+    for (zeControlPoint2D* key : selectedOnly ? getSelectedPoints() : keys())
+        ids.push_back(key->getId());
     osg::UInt32 removed = 0;
-    for (zeControlPoint2D* key : selectedOnly ? getSelectedPoints() : keys()) {
-        if (subObject(key, destroy) || destroy) {
+    for (osg::UInt64 keyId : ids) {
+        zeControlPoint2D* key = typedChild<zeControlPoint2D>(keyId, 1);
+        if (!key)
+            continue;
+        if (destroy) {
+            subObject(key, true);
             ++removed;
-            if (!destroy && target)
+        } else if (subObject(key, false)) {
+            ++removed;
+            if (target && m->getCurve2D(target->getId()) == target)
                 target->addObject(key);
         }
     }
@@ -698,8 +711,13 @@ void zeAnimationCurve2D::setPoints(const std::vector<zeControlPoint2D*>& points)
     std::vector<zeControlPoint2D*> given;
     given.reserve(points.size());
     for (zeControlPoint2D* point : points) {
-        if (point && point->getTypeID() == 1 && !point->isTangent())
+        if (point && point->getTypeID() == 1 && !point->isTangent() && canAdopt(point))
             given.push_back(point);
+    }
+    // A key given here leaves any other curve (or container) that lists it.
+    for (zeControlPoint2D* point : given) {
+        if (point->parentId != id)
+            point->leaveParent();
     }
     std::stable_sort(given.begin(), given.end(), [](const zeControlPoint2D* a, const zeControlPoint2D* b) {
         return a->getX() < b->getX();

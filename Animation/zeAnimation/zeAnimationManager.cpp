@@ -17,6 +17,7 @@
 #include <zeOpenSGExt/OSGTransform3D.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <iostream>
@@ -143,6 +144,15 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationObject* obj)
         }
     }
     const bool registered = getObject(old) == obj;
+    // A registered object keeps its place: its parent lists it, its children name it as parent
+    // and the summaries and connections carry it under the new identifier.
+    if (registered) {
+        obj->renumberLinks(target);
+        for (auto& connection : _objectConnections) {
+            if (connection.second.first == old)
+                connection.second.first = target;
+        }
+    }
     obj->id = target;
     if (registered) {
         unregisterObject(old);
@@ -418,6 +428,9 @@ zeControlPoint2D* zeAnimationManager::createPoint2D(osg::UInt64 id)
 
 zeControlPoint2D* zeAnimationManager::createPoint2D(float x, float y, osg::UInt64 id)
 {
+    // A key lies at a finite frame and value; NaN and infinities have no place on a curve.
+    if (!std::isfinite(x) || !std::isfinite(y))
+        return nullptr;
     return registerCreated(new zeControlPoint2D(x, y, "Point", id, false));
 }
 
@@ -608,56 +621,65 @@ void zeAnimationManager::detachFromScene(zeAnimationObject* object)
         zeAnimationUtils::subAnimationObject(node, object);
 }
 
-void zeAnimationManager::destroyObjectAs(zeAnimationObject* object, osg::UInt32 typeID)
+bool zeAnimationManager::isRegistered(const zeAnimationObject* object) const
 {
-    if (!object)
+    if (getObject(object->id) == object)
+        return true;
+    // An assigned twin is registered under its former identifier.
+    for (const ObjectMap::value_type& entry : _objects) {
+        if (entry.second == object)
+            return true;
+    }
+    return false;
+}
+
+// Each object is deleted through its concrete type (deleteObject), whichever operation is used.
+void zeAnimationManager::destroyObject(zeAnimationObject* object)
+{
+    // Only what the registry holds is the manager's to destroy: a key's handles, reachable
+    // through the key, belong to the key.
+    if (!object || !isRegistered(object))
         return;
     detachFromScene(object);
     if (zeAnimationObject* parent = registeredParent(object)) {
-        // A key tells its parent only when that parent is a curve. During destroyAllObjects only
-        // parents that outlive the run are told; the others are destroyed later in it.
-        const bool tell = (typeID != 1 || parent->getTypeID() == 2) &&
-                          (!_bulkSurvivors || _bulkSurvivors->count(parent->id) != 0);
-        if (tell)
-            parent->subObject(object, false);
+        // Whatever container lists the object lets it go, so no list ever names a destroyed
+        // object. During destroyAllObjects only parents that outlive the run are told; the others
+        // are destroyed later in it.
+        if (!_bulkSurvivors || _bulkSurvivors->count(parent->id) != 0)
+            object->leaveParent();
     }
     unregisterPointer(object);
     deleteObject(object);
 }
 
-void zeAnimationManager::destroyObject(zeAnimationObject* object)
-{
-    destroyObjectAs(object, object ? object->getTypeID() : 0);
-}
-
 void zeAnimationManager::destroyPoint2D(zeControlPoint2D* point)
 {
-    destroyObjectAs(point, 1);
+    destroyObject(point);
 }
 
 void zeAnimationManager::destroyCurve2D(zeAnimationCurve2D* curve)
 {
-    destroyObjectAs(curve, 2);
+    destroyObject(curve);
 }
 
 void zeAnimationManager::destroyUnit(zeAnimationUnit* unit)
 {
-    destroyObjectAs(unit, 3);
+    destroyObject(unit);
 }
 
 void zeAnimationManager::destroyStreak(zeAnimationStreak* streak)
 {
-    destroyObjectAs(streak, 4);
+    destroyObject(streak);
 }
 
 void zeAnimationManager::destroyStrip(zeAnimationStrip* strip)
 {
-    destroyObjectAs(strip, 5);
+    destroyObject(strip);
 }
 
 void zeAnimationManager::destroySequence(zeAnimationSequence* sequence)
 {
-    destroyObjectAs(sequence, 6);
+    destroyObject(sequence);
 }
 
 void zeAnimationManager::destroyField(zeAnimationField* field)
@@ -713,7 +735,7 @@ void zeAnimationManager::destroyAllObjects(bool includeHidden)
             if (!victim)
                 continue;
             for (osg::UInt64 childId : victim->childIds) {
-                if (childId != current && getObject(childId) && !dead.count(childId))
+                if (victim->resolveChild(childId) && !dead.count(childId))
                     pending.push_back(childId);
             }
         }
@@ -978,7 +1000,6 @@ std::vector<zeAnimationField*> zeAnimationManager::createAnimationFields(const o
         field->name = name;
         field->attribute = attribute;
         field->valuePos = valuePos;
-        field->value = zeAnimationUtils::getOSGFieldValue(field);
         fields.push_back(field);
         if (std::find(_animationAttributes.begin(), _animationAttributes.end(), attribute) ==
             _animationAttributes.end())
@@ -1023,10 +1044,29 @@ std::vector<zeAnimationField*> zeAnimationManager::createAnimationFields(const o
     add(nodeId, "visible", "visible", 0);
 
     osg::AnimAttachmentPtr attachment = zeAnimationUtils::createAnimationAttachment(node, true);
+    std::vector<osg::UInt64> ids;
+    ids.reserve(fields.size());
     osg::beginEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
-    for (zeAnimationField* field : fields)
+    for (zeAnimationField* field : fields) {
+        ids.push_back(field->getId());
         attachment->getFieldIds().push_back(field->getId());
+    }
     osg::endEditCP(attachment, osg::AnimAttachment::FieldIdsFieldMask, 1);
+    // The values come last, once the scene no longer needs to be looked at: reading a
+    // viewpoint's view calls the host's camera, which may destroy fields (these ones too).
+    fields.clear();
+    for (osg::UInt64 id : ids) {
+        zeAnimationField* field = getField(id);
+        if (!field)
+            continue;
+        const float value = zeAnimationUtils::getOSGFieldValue(field);
+        if ((field = getField(id)))
+            field->value = value;
+    }
+    for (osg::UInt64 id : ids) {
+        if (zeAnimationField* field = getField(id))
+            fields.push_back(field);
+    }
     return fields;
 }
 
@@ -1071,18 +1111,28 @@ void zeAnimationManager::destroyNodeObjects(const osg::NodePtr& node, bool recur
 {
     if (node == osg::NullFC)
         return;
-    if (recursive) {
-        for (osg::UInt32 i = 0; i < node->getNChildren(); ++i)
-            destroyNodeObjects(node->getChild(i), true);
+    // The nodes below first, deepest first, as a recursion would; walked with a list of our own
+    // so that a deep scene cannot exhaust the stack.
+    std::vector<osg::NodePtr> nodes(1, node);
+    for (std::size_t i = 0; recursive && i < nodes.size(); ++i) {
+        for (osg::UInt32 c = 0; c < nodes[i]->getNChildren(); ++c)
+            nodes.push_back(nodes[i]->getChild(c));
     }
-    for (zeAnimationObject* object : zeAnimationUtils::getAnimationObjects(node)) {
-        // An earlier object's subtree may have taken this one with it.
-        if (getObject(object->id) == object)
-            destroyObject(object);
+    for (std::vector<osg::NodePtr>::reverse_iterator it = nodes.rbegin(); it != nodes.rend(); ++it) {
+        osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(*it);
+        if (attachment == osg::NullFC)
+            continue;
+        // By identifier: destroying one object may take another listed one with it.
+        const std::vector<osg::UInt64> objectIds(attachment->getObjectIds().begin(),
+                                                 attachment->getObjectIds().end());
+        for (osg::UInt64 id : objectIds) {
+            if (zeAnimationObject* object = getObject(id))
+                destroyObject(object);
+        }
+        for (zeAnimationField* field : zeAnimationUtils::getAnimationFields(*it))
+            destroyField(field);
+        zeAnimationUtils::removeAnimationAttachment(*it);
     }
-    for (zeAnimationField* field : zeAnimationUtils::getAnimationFields(node))
-        destroyField(field);
-    zeAnimationUtils::removeAnimationAttachment(node);
 }
 
 namespace {

@@ -38,13 +38,15 @@ class ZEANIMATION_EXPORT zeAnimationManager : public QObject
     Q_OBJECT
 
 public:
-    enum AnimationTrigger
+    // Both enumerations have a fixed 32-bit type: a connection stores whatever kind or action the
+    // host gives and passes it on unchanged, values beyond the named ones included.
+    enum AnimationTrigger : osg::UInt32
     {
         TriggerStart = 0,
         TriggerEnd = 1
     };
 
-    enum AnimationAction
+    enum AnimationAction : osg::UInt32
     {
         ActionStart = 0,
         ActionStop = 1
@@ -231,7 +233,7 @@ private:
     T* typedLookup(osg::UInt64 id, osg::UInt32 typeID) const;
     template <class T>
     T* registerCreated(T* object);
-    void destroyObjectAs(zeAnimationObject* object, osg::UInt32 typeID);
+    bool isRegistered(const zeAnimationObject* object) const;
     void detachFromScene(zeAnimationObject* object);
     zeAnimationObject* registeredParent(const zeAnimationObject* object) const;
     void walkScene(osg::Action::ResultE (*step)(osg::NodePtr&));

@@ -3,12 +3,12 @@
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeControlPoint2D.h>
 
 #include <algorithm>
 #include <cmath>
 
 osg::UInt32 zeAnimationObject::_typeID = 0;
-int zeAnimationObject::_depth = 0;
 osg::UInt64 zeAnimationObject::_childListEpoch = 0;
 osg::UInt64 zeAnimationObject::_summaryEpoch = 0;
 zeAnimationObject zeAnimationObject::_the;
@@ -20,13 +20,57 @@ zeAnimationManager* manager()
     return zeAnimationManager::the();
 }
 
-// A parent chain longer than the number of registered objects must contain a loop.
+// Parent chains are no longer than MaxDepth (the links that would make them longer are refused);
+// a walk up one that goes on for longer than this is on a damaged chain and stops.
 std::size_t chainLimit()
 {
-    return manager()->getObjectCount() + 2;
+    return 2 * zeAnimationObject::MaxDepth;
 }
 
+// Child identifiers taken for a walk during which the host may run and change any child list.
+// All such walks share one stack (they nest: a child's walk runs inside its parent's), so that
+// a walk allocates nothing once the stack has grown to the deepest walk.
+class ChildIdSnapshot
+{
+public:
+    explicit ChildIdSnapshot(const zeAnimationObject::ChildList& ids) : first(stack().size())
+    {
+        stack().insert(stack().end(), ids.begin(), ids.end());
+        count = stack().size() - first;
+    }
+    ~ChildIdSnapshot() { stack().resize(first); }
+    ChildIdSnapshot(const ChildIdSnapshot&) = delete;
+    ChildIdSnapshot& operator=(const ChildIdSnapshot&) = delete;
+
+    std::size_t size() const { return count; }
+    osg::UInt64 operator[](std::size_t i) const { return stack()[first + i]; }
+
+private:
+    static std::vector<osg::UInt64>& stack()
+    {
+        static std::vector<osg::UInt64> ids;
+        return ids;
+    }
+
+    std::size_t first;
+    std::size_t count;
+};
+
 } // namespace
+
+// ---- Watching objects across host calls -------------------------------------------------------
+
+zeAnimationObject::Watch::Watch(zeAnimationObject* watched)
+    : object(watched), id(watched ? watched->id : 0),
+      registered(watched && manager()->getObject(id) == watched)
+{}
+
+zeAnimationObject* zeAnimationObject::Watch::get() const
+{
+    if (!registered)
+        return object;
+    return manager()->getObject(id) == object ? object : nullptr;
+}
 
 zeAnimationObject::zeAnimationObject()
     : id(0), begin(EmptyLow), end(EmptyHigh), maximum(EmptyHigh), minimum(EmptyLow), untrimmedBegin(EmptyLow),
@@ -44,8 +88,7 @@ zeAnimationObject::~zeAnimationObject()
     const std::vector<osg::UInt64> children(childIds.begin(), childIds.end());
     zeAnimationManager* m = manager();
     for (osg::UInt64 childId : children) {
-        zeAnimationObject* child = m->getObject(childId);
-        if (child && child != this)
+        if (zeAnimationObject* child = resolveChild(childId))
             m->destroyObject(child);
     }
     childIds.clear();
@@ -283,6 +326,12 @@ zeAnimationObject* zeAnimationObject::getParent() const
     return parentId ? manager()->getObject(parentId) : nullptr;
 }
 
+zeAnimationObject* zeAnimationObject::resolveChild(osg::UInt64 childId) const
+{
+    zeAnimationObject* child = manager()->getObject(childId);
+    return child && child->parentId == id && child != this ? child : nullptr;
+}
+
 bool zeAnimationObject::hasAncestor(const zeAnimationObject* other) const
 {
     if (!other)
@@ -297,28 +346,91 @@ bool zeAnimationObject::hasAncestor(const zeAnimationObject* other) const
     return false;
 }
 
-void zeAnimationObject::setParent(zeAnimationObject* parent)
+int zeAnimationObject::levelsFromRoot() const
 {
-    if (!parent) {
-        parentId = 0;
-        return;
+    int levels = 0;
+    for (const zeAnimationObject* current = this; current; current = current->getParent()) {
+        if (++levels > MaxDepth)
+            break;
     }
-    if (parent->hasAncestor(this))
-        return;
-    parentId = parent->id;
+    return levels;
 }
 
-bool zeAnimationObject::canAdopt(const zeAnimationObject* child) const
+namespace {
+
+// Levels of the subtree of `root`, itself included, where a curve always counts the level of its
+// keys; stops as soon as the result exceeds `limit`. Iterative, so any hierarchy is measured
+// without deep recursion.
+int subtreeLevels(const zeAnimationObject* root, int limit)
 {
-    return child && !hasAncestor(child);
+    std::vector<std::pair<const zeAnimationObject*, int>> pending(1, std::make_pair(root, 1));
+    int levels = 0;
+    while (!pending.empty() && levels <= limit) {
+        const zeAnimationObject* object = pending.back().first;
+        const int level = pending.back().second;
+        pending.pop_back();
+        const bool curve = object->getTypeID() == 2;
+        levels = std::max(levels, curve ? level + 1 : level);
+        if (curve)
+            continue;
+        for (osg::UInt64 childId : object->getChildIds()) {
+            if (const zeAnimationObject* child = object->resolveChild(childId))
+                pending.emplace_back(child, level + 1);
+        }
+    }
+    return levels;
+}
+
+} // namespace
+
+bool zeAnimationObject::canAdopt(const zeAnimationObject* child, int extraLevels) const
+{
+    if (!child || hasAncestor(child))
+        return false;
+    const int above = levelsFromRoot() + extraLevels - 1;
+    // A key is a leaf, and its curve has kept a level for it.
+    if (child->getTypeID() == 1 && getTypeID() == 2)
+        return above < MaxDepth;
+    return above + subtreeLevels(child, MaxDepth - above) <= MaxDepth;
+}
+
+void zeAnimationObject::leaveParent()
+{
+    zeAnimationObject* parent = getParent();
+    if (!parent)
+        return;
+    // The parent's own removal keeps its summaries and caches right. When that leaves the link
+    // (the parent does not list this object, or its removal refuses this kind of child), a
+    // listed entry still goes.
+    parent->subObject(this, false);
+    if (parentId == parent->id && parent->findObject(id).first)
+        parent->unlinkChild(this);
+}
+
+bool zeAnimationObject::adopt(zeAnimationObject* child)
+{
+    if (!canAdopt(child))
+        return false;
+    child->leaveParent();
+    appendChild(child);
+    return true;
+}
+
+void zeAnimationObject::setParent(zeAnimationObject* parent)
+{
+    if (parent == getParent() && (parent || parentId == 0))
+        return;
+    if (parent && !parent->canAdopt(this))
+        return;
+    leaveParent();
+    parentId = parent ? parent->id : 0;
 }
 
 std::list<zeAnimationObject*> zeAnimationObject::getObjects() const
 {
     std::list<zeAnimationObject*> objects;
-    zeAnimationManager* m = manager();
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationObject* child = m->getObject(childId))
+        if (zeAnimationObject* child = resolveChild(childId))
             objects.push_back(child);
     }
     return objects;
@@ -382,32 +494,22 @@ zeAnimationObject::FindResult zeAnimationObject::findObject(osg::UInt64 childId)
 
 zeAnimationObject::FindResult zeAnimationObject::findObject(float frame)
 {
-    zeAnimationManager* m = manager();
     for (ChildList::iterator it = childIds.begin(); it != childIds.end(); ++it) {
-        const zeAnimationObject* child = m->getObject(*it);
+        const zeAnimationObject* child = resolveChild(*it);
         if (child && child->getBegin() == frame)
             return FindResult(true, it);
     }
     return FindResult(false, childIds.end());
 }
 
-bool zeAnimationObject::compareObjectsByBegin(osg::UInt64 a, osg::UInt64 b)
-{
-    zeAnimationManager* m = manager();
-    const zeAnimationObject* objectA = m->getObject(a);
-    const zeAnimationObject* objectB = m->getObject(b);
-    if (!objectA || !objectB)
-        return false;
-    return objectA->getBegin() < objectB->getBegin();
-}
-
 const std::vector<zeAnimationObject*>& zeAnimationObject::resolvedChildren() const
 {
     const zeAnimationManager* m = manager();
     ResolvedChildren& cache = resolved;
-    bool valid = cache.removals == m->_registryRemovals &&
-                 (!cache.missing || cache.registrations == m->_registryAdditions) &&
-                 cache.ids.size() == childIds.size();
+    // An entry that did not resolve may start to once its object changes parent, which the
+    // registry does not see: such a list is resolved afresh every time.
+    bool valid =
+        !cache.missing && cache.removals == m->_registryRemovals && cache.ids.size() == childIds.size();
     if (valid) {
         std::vector<osg::UInt64>::const_iterator cached = cache.ids.begin();
         for (osg::UInt64 childId : childIds) {
@@ -423,12 +525,11 @@ const std::vector<zeAnimationObject*>& zeAnimationObject::resolvedChildren() con
         cache.objects.reserve(cache.ids.size());
         cache.missing = false;
         for (osg::UInt64 childId : cache.ids) {
-            zeAnimationObject* child = m->getObject(childId);
+            zeAnimationObject* child = resolveChild(childId);
             cache.missing = cache.missing || !child;
             cache.objects.push_back(child);
         }
         cache.removals = m->_registryRemovals;
-        cache.registrations = m->_registryAdditions;
     }
     return cache.objects;
 }
@@ -464,7 +565,11 @@ void zeAnimationObject::sortObjectsByBegin()
         return;
     ++_childListEpoch;
     if (!comparable) {
-        childIds.sort(compareObjectsByBegin);
+        childIds.sort([this](osg::UInt64 a, osg::UInt64 b) {
+            const zeAnimationObject* objectA = resolveChild(a);
+            const zeAnimationObject* objectB = resolveChild(b);
+            return objectA && objectB && objectA->getBegin() < objectB->getBegin();
+        });
         return;
     }
     // Every child resolves and no begin is NaN: a stable sort of the begins gives the list
@@ -505,6 +610,15 @@ bool zeAnimationObject::subTrigger(osg::UInt64 key)
     return false;
 }
 
+bool zeAnimationObject::fire(zeAnimationManager::AnimationTrigger kind)
+{
+    if (triggers.find(kind) == triggers.end())
+        return true; // nothing connected: the host is not called
+    const Watch self(this);
+    trigger(kind);
+    return self.alive();
+}
+
 void zeAnimationObject::trigger(zeAnimationManager::AnimationTrigger kind)
 {
     std::vector<osg::UInt64> keys;
@@ -527,19 +641,22 @@ void zeAnimationObject::getActiveSpan(float& spanBegin, float& spanEnd) const
     }
 }
 
-void zeAnimationObject::triggerSpan(float frame)
+bool zeAnimationObject::triggerSpan(float frame)
 {
     float spanBegin = 0.0f;
     float spanEnd = 0.0f;
     getActiveSpan(spanBegin, spanEnd);
     if (spanBegin <= frame && !isPlaying()) {
-        trigger(zeAnimationManager::TriggerStart);
+        if (!fire(zeAnimationManager::TriggerStart))
+            return false;
         setPlaying(true);
     }
     if (spanEnd < frame && isPlaying()) {
-        trigger(zeAnimationManager::TriggerEnd);
+        if (!fire(zeAnimationManager::TriggerEnd))
+            return false;
         setPlaying(false);
     }
+    return true;
 }
 
 // ---- Operations shared by the containers ------------------------------------------------------
@@ -554,9 +671,8 @@ std::vector<zeAnimationObject*> zeAnimationObject::childrenOfType(osg::UInt32 on
 {
     std::vector<zeAnimationObject*> children;
     children.reserve(childIds.size());
-    zeAnimationManager* m = manager();
     for (osg::UInt64 childId : childIds) {
-        zeAnimationObject* child = m->getObject(childId);
+        zeAnimationObject* child = resolveChild(childId);
         if (child && (onlyType == 0 || child->getTypeID() == onlyType))
             children.push_back(child);
     }
@@ -565,9 +681,6 @@ std::vector<zeAnimationObject*> zeAnimationObject::childrenOfType(osg::UInt32 on
 
 void zeAnimationObject::containerSetActive(bool value)
 {
-    DepthGuard guard;
-    if (!guard.ok())
-        return;
     for (zeAnimationObject* child : childrenOfType(0))
         child->setActive(value);
     zeAnimationObject::setActive(value);
@@ -575,9 +688,6 @@ void zeAnimationObject::containerSetActive(bool value)
 
 void zeAnimationObject::containerSetRepeating(bool value)
 {
-    DepthGuard guard;
-    if (!guard.ok())
-        return;
     for (zeAnimationObject* child : childrenOfType(0))
         child->setRepeating(value);
     repeating = value;
@@ -585,9 +695,6 @@ void zeAnimationObject::containerSetRepeating(bool value)
 
 void zeAnimationObject::containerSetMotionBlur(bool value)
 {
-    DepthGuard guard;
-    if (!guard.ok())
-        return;
     for (zeAnimationObject* child : childrenOfType(0))
         child->setMotionBlur(value);
     motionBlur = value;
@@ -595,8 +702,7 @@ void zeAnimationObject::containerSetMotionBlur(bool value)
 
 void zeAnimationObject::containerMove(float delta, bool notify, osg::UInt32 onlyType)
 {
-    DepthGuard guard;
-    if (childIds.empty() || !guard.ok())
+    if (childIds.empty())
         return;
     for (zeAnimationObject* child : childrenOfType(onlyType))
         child->move(delta, false);
@@ -624,8 +730,7 @@ void stretchChild(zeAnimationObject* child, float newBegin, float newEnd, bool t
 
 void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool guarded, osg::UInt32 onlyType)
 {
-    DepthGuard guard;
-    if (childIds.empty() || !guard.ok())
+    if (childIds.empty())
         return;
     const float e = getEnd();
     const float b = getBegin();
@@ -648,8 +753,7 @@ void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool gua
 
 void zeAnimationObject::containerMoveEnd(float newEnd, bool notify, bool guarded, osg::UInt32 onlyType)
 {
-    DepthGuard guard;
-    if (childIds.empty() || !guard.ok())
+    if (childIds.empty())
         return;
     const float b = getBegin();
     const float e = getEnd();
@@ -694,8 +798,7 @@ void zeAnimationObject::containerTrimEnd(float newEnd, bool notify)
 
 void zeAnimationObject::containerFlip(osg::UInt32 onlyType)
 {
-    DepthGuard guard;
-    if (childIds.empty() || !guard.ok())
+    if (childIds.empty())
         return;
     for (zeAnimationObject* child : childrenOfType(onlyType)) {
         child->flip();
@@ -710,14 +813,21 @@ void zeAnimationObject::containerFlip(osg::UInt32 onlyType)
 
 void zeAnimationObject::containerTriggerLoop(float frame, bool passDown, osg::UInt32 onlyType)
 {
-    DepthGuard guard;
-    if (childIds.empty() || !guard.ok())
+    if (childIds.empty())
         return;
-    triggerSpan(frame);
-    if (!passDown)
+    const Watch self(this);
+    if (!triggerSpan(frame) || !passDown)
         return;
-    for (zeAnimationObject* child : childrenOfType(onlyType))
-        child->triggerLoop(frame);
+    // The host runs inside the children's triggers and may destroy or move any child, or this
+    // object: each child is looked up when its turn comes, and the walk ends with this object.
+    const ChildIdSnapshot children(childIds);
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        zeAnimationObject* child = resolveChild(children[i]);
+        if (child && (onlyType == 0 || child->getTypeID() == onlyType))
+            child->triggerLoop(frame);
+        if (!self.alive())
+            return;
+    }
 }
 
 void zeAnimationObject::appendChild(zeAnimationObject* child)
@@ -735,9 +845,45 @@ bool zeAnimationObject::unlinkChild(zeAnimationObject* child)
         return false;
     childIds.erase(found.second);
     ++_childListEpoch;
-    child->parentId = 0;
+    // An entry left behind by a destroyed child may carry an identifier given out again: its
+    // new owner's parent is not this object and stays.
+    if (child->parentId == id)
+        child->parentId = 0;
     updateBy(child, Remove, true);
     return true;
+}
+
+void zeAnimationObject::renumberLinks(osg::UInt64 newId)
+{
+    for (osg::UInt64 childId : childIds) {
+        if (zeAnimationObject* child = resolveChild(childId))
+            child->parentId = newId;
+    }
+    if (getTypeID() == 1) {
+        zeControlPoint2D* key = static_cast<zeControlPoint2D*>(this);
+        for (zeControlPoint2D* handle : {key->getInTangentPoint(), key->getOutTangentPoint()}) {
+            if (handle)
+                handle->parentId = newId;
+        }
+    }
+    zeAnimationObject* parent = getParent();
+    if (parent) {
+        for (osg::UInt64& childId : parent->childIds) {
+            if (childId == id)
+                childId = newId;
+        }
+        ++_childListEpoch;
+    }
+    // A curve or sequence carries its own identifier in its summaries and its ancestors'.
+    const std::size_t limit = chainLimit();
+    std::size_t hops = 0;
+    for (zeAnimationObject* holder = this; holder && hops <= limit; holder = holder->getParent(), ++hops) {
+        if (holder->curveIds.erase(id))
+            holder->curveIds.insert(newId);
+        if (holder->sequenceIds.erase(id))
+            holder->sequenceIds.insert(newId);
+    }
+    ++_summaryEpoch;
 }
 
 void zeAnimationObject::copyContainerState(const zeAnimationObject& other)

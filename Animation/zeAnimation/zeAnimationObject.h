@@ -27,8 +27,9 @@ class ZEANIMATION_EXPORT zeAnimationObject
     friend class zeAnimationManager;
 
 public:
-    // Bit set passed to updateBy/updateAll. Any other value behaves like Change.
-    enum Operation
+    // Bit set passed to updateBy/updateAll. Any other value behaves like Change, so the type is a
+    // fixed 32 bits wide and every such value is a valid Operation.
+    enum Operation : osg::UInt32
     {
         Add = 256,
         Remove = 512,
@@ -121,8 +122,10 @@ public:
 
     zeAnimationObject* getParent() const;
     osg::UInt64 getParentId() const { return parentId; }
-    // Stores the parent's identifier (0 for null). A link that would make this object its own
-    // ancestor is refused and leaves the current parent in place.
+    // Stores the parent's identifier (0 for null). An object has one parent: taking another one
+    // takes it out of the child list of the container that lists it. A link that would make
+    // this object its own ancestor, or a hierarchy deeper than MaxDepth, is refused and leaves
+    // the current parent in place.
     void setParent(zeAnimationObject* parent);
     // True when `other` is this object or lies on its parent chain.
     bool hasAncestor(const zeAnimationObject* other) const;
@@ -151,19 +154,32 @@ public:
     bool subTrigger(osg::UInt64 key);
     const TriggerMap& getTriggers() const { return triggers; }
 
-    // Guards the operations that recurse down child lists: a damaged hierarchy (a child listed
-    // below its own descendant through a stale entry) ends the recursion instead of the stack.
-    class DepthGuard
+    // The most levels a hierarchy may span, from a root down to its keys (a curve always counts
+    // the level of its keys). Adding a child or setting a parent that would make a hierarchy
+    // deeper is refused, so every operation that walks a subtree reaches all of it.
+    static constexpr int MaxDepth = 256;
+
+    // The child a child-list entry names: the registered object of that identifier, provided this
+    // object is its parent. An entry whose identifier now names an unrelated object (a destroyed
+    // child's identifier given out again) counts as unresolved, like one that names nothing.
+    zeAnimationObject* resolveChild(osg::UInt64 childId) const;
+
+    // Remembers an object across a call that may reach the host (a connected function, a host
+    // sequence, a time or camera callback). The host may destroy anything there; get() looks the
+    // object up again and is null once it is gone. An object the registry did not hold when it
+    // was taken (a handle, say) is taken as it is.
+    class Watch
     {
     public:
-        DepthGuard() : allowed(++_depth <= MaxDepth) {}
-        ~DepthGuard() { --_depth; }
-        bool ok() const { return allowed; }
+        explicit Watch(zeAnimationObject* object);
+        zeAnimationObject* get() const;
+        bool alive() const { return get() != nullptr; }
 
     private:
-        bool allowed;
+        zeAnimationObject* object;
+        osg::UInt64 id;
+        bool registered;
     };
-    static constexpr int MaxDepth = 256;
 
     static zeAnimationObject* resolve(osg::UInt64 objectId)
     {
@@ -182,17 +198,32 @@ protected:
     void trigger(zeAnimationManager::AnimationTrigger kind);
 
     // Shared helpers of the containers.
-    // True when adding `child` below this object keeps the hierarchy a tree.
-    bool canAdopt(const zeAnimationObject* child) const;
+    // True when `child`, placed `extraLevels` levels below this object (1: as its child), keeps
+    // the hierarchy a tree no deeper than MaxDepth.
+    bool canAdopt(const zeAnimationObject* child, int extraLevels = 1) const;
+    // Makes `child` the last entry of the child list when canAdopt allows it: it first leaves the
+    // child list of the container that holds it (this one included), then is linked and merged
+    // into the summaries. False, changing nothing, when refused.
+    bool adopt(zeAnimationObject* child);
+    // Takes this object out of the child list of its parent, when the parent lists it.
+    void leaveParent();
     // The span playback tests against: the play range when it is used, else begin and end.
     void getActiveSpan(float& spanBegin, float& spanEnd) const;
-    // Fires the start and end triggers as the frame reaches the span and passes its end.
-    void triggerSpan(float frame);
+    // Fires the start and end triggers as the frame reaches the span and passes its end. False
+    // when a connected host function destroyed this object meanwhile.
+    bool triggerSpan(float frame);
 
     // Operations shared by the containers (block, track, clip), written once. `onlyType`
     // restricts the children acted on to one type id (the clip acts on its tracks only); 0
     // means every child that resolves.
     std::vector<zeAnimationObject*> childrenOfType(osg::UInt32 onlyType) const;
+    // resolveChild, provided the child is of that type.
+    template <class T>
+    T* typedChild(osg::UInt64 childId, osg::UInt32 typeID) const
+    {
+        zeAnimationObject* child = resolveChild(childId);
+        return child && child->getTypeID() == typeID ? static_cast<T*>(child) : nullptr;
+    }
     void containerSetActive(bool value);
     void containerSetRepeating(bool value);
     void containerSetMotionBlur(bool value);
@@ -205,8 +236,6 @@ protected:
     void containerTrimEnd(float newEnd, bool notify);
     void containerFlip(osg::UInt32 onlyType);
     void containerTriggerLoop(float frame, bool passDown, osg::UInt32 onlyType);
-    // Links a child as the last entry of the child list and merges it into the summaries.
-    void appendChild(zeAnimationObject* child);
     // Unlinks a listed child and drops its summaries; false when it is not listed.
     bool unlinkChild(zeAnimationObject* child);
     void notifyParent();
@@ -258,20 +287,26 @@ protected:
 private:
     // The child list resolved through the registry, kept for the updates that walk all children
     // on every change below (order check, bounds). It is trusted only while it lists the same
-    // identifiers in the same order and the registry has removed nothing since it was built (nor
-    // registered anything, when some identifier did not resolve), so it always equals a fresh
-    // resolution.
+    // identifiers in the same order, every one of them resolved and the registry has removed
+    // nothing since it was built, so it always equals a fresh resolution.
     struct ResolvedChildren
     {
         std::vector<osg::UInt64> ids;
         std::vector<zeAnimationObject*> objects;
         osg::UInt64 removals = 0;
-        osg::UInt64 registrations = 0;
         bool missing = false;
     };
     const std::vector<zeAnimationObject*>& resolvedChildren() const;
 
-    static bool compareObjectsByBegin(osg::UInt64 a, osg::UInt64 b);
+    void appendChild(zeAnimationObject* child);
+    // Before the manager gives this object another identifier: the parent's child list, the
+    // children's parent links and the curve and sequence summaries take the new one.
+    void renumberLinks(osg::UInt64 newId);
+    // Fires one trigger; false when the host destroyed this object meanwhile.
+    bool fire(zeAnimationManager::AnimationTrigger kind);
+    // Levels from the root of this object's parent chain down to this object (1 for a root), or
+    // more than MaxDepth when the chain is longer or loops.
+    int levelsFromRoot() const;
     void applyUpdate(zeAnimationObject* source, Operation op);
     static void mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op);
 
@@ -292,7 +327,6 @@ private:
     static osg::UInt64 _summaryEpoch;
 
     static osg::UInt32 _typeID;
-    static int _depth;
     static osg::UInt64 _childListEpoch;
 };
 

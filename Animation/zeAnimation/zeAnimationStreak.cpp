@@ -23,7 +23,7 @@ zeAnimationStreak::zeAnimationStreak(const zeAnimationStreak& other) : zeAnimati
     number = other.number;
     copyContainerState(other);
     for (osg::UInt64 childId : other.childIds) {
-        if (zeAnimationObject* child = m->getObject(childId)) {
+        if (zeAnimationObject* child = other.resolveChild(childId)) {
             if (zeAnimationObject* copy = m->duplicateObject(child))
                 addObject(copy);
         }
@@ -38,10 +38,7 @@ osg::UInt32 zeAnimationStreak::getTypeID() const
 
 zeAnimationObject* zeAnimationStreak::addObject(zeAnimationObject* object)
 {
-    if (!object || !canAdopt(object))
-        return nullptr;
-    appendChild(object);
-    return object;
+    return object && adopt(object) ? object : nullptr;
 }
 
 bool zeAnimationStreak::insertObject(zeAnimationObject* object)
@@ -76,9 +73,8 @@ zeAnimationObject* zeAnimationStreak::subObject(zeAnimationObject* object, bool 
 std::vector<zeAnimationUnit*> zeAnimationStreak::getUnits() const
 {
     std::vector<zeAnimationUnit*> units;
-    zeAnimationManager* m = zeAnimationManager::the();
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationUnit* unit = m->getUnit(childId))
+        if (zeAnimationUnit* unit = typedChild<zeAnimationUnit>(childId, 3))
             units.push_back(unit);
     }
     return units;
@@ -87,9 +83,8 @@ std::vector<zeAnimationUnit*> zeAnimationStreak::getUnits() const
 std::vector<zeAnimationStrip*> zeAnimationStreak::getStrips() const
 {
     std::vector<zeAnimationStrip*> strips;
-    zeAnimationManager* m = zeAnimationManager::the();
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationStrip* strip = m->getStrip(childId))
+        if (zeAnimationStrip* strip = typedChild<zeAnimationStrip>(childId, 5))
             strips.push_back(strip);
     }
     return strips;
@@ -98,9 +93,8 @@ std::vector<zeAnimationStrip*> zeAnimationStreak::getStrips() const
 std::vector<zeAnimationSequence*> zeAnimationStreak::getSequences() const
 {
     std::vector<zeAnimationSequence*> sequences;
-    zeAnimationManager* m = zeAnimationManager::the();
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationSequence* sequence = m->getSequence(childId))
+        if (zeAnimationSequence* sequence = typedChild<zeAnimationSequence>(childId, 6))
             sequences.push_back(sequence);
     }
     return sequences;

@@ -46,9 +46,8 @@ std::vector<zeAnimationStreak*> zeAnimationStrip::tracks() const
 {
     std::vector<zeAnimationStreak*> result;
     result.reserve(childIds.size());
-    zeAnimationManager* m = zeAnimationManager::the();
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationStreak* track = m->getStreak(childId))
+        if (zeAnimationStreak* track = typedChild<zeAnimationStreak>(childId, kTrack))
             result.push_back(track);
     }
     return result;
@@ -59,11 +58,14 @@ zeAnimationObject* zeAnimationStrip::addObject(zeAnimationObject* object)
     if (!object)
         return nullptr;
     const osg::UInt32 type = object->getTypeID();
-    if ((type != kTrack && !isPlaceable(type)) || !canAdopt(object))
+    // Anything but a track goes one level deeper, on a track of its own.
+    if ((type != kTrack && !isPlaceable(type)) || !canAdopt(object, type == kTrack ? 1 : 2))
         return nullptr;
     if (type == kTrack) {
-        static_cast<zeAnimationStreak*>(object)->setNumber(static_cast<osg::UInt32>(childIds.size()));
-        appendChild(object);
+        // Numbered by the rows the clip has without it: a track it holds already moves to the end.
+        const std::size_t others = childIds.size() - (findObject(object->getId()).first ? 1 : 0);
+        static_cast<zeAnimationStreak*>(object)->setNumber(static_cast<osg::UInt32>(others));
+        adopt(object);
         return object;
     }
     zeAnimationStreak* track = zeAnimationManager::the()->createStreak(0);
@@ -76,7 +78,7 @@ zeAnimationObject* zeAnimationStrip::addObject(zeAnimationObject* object)
 
 zeAnimationStreak* zeAnimationStrip::insertObject(zeAnimationObject* object)
 {
-    if (!object || !isPlaceable(object->getTypeID()) || !canAdopt(object))
+    if (!object || !isPlaceable(object->getTypeID()) || !canAdopt(object, 2))
         return nullptr;
     for (zeAnimationStreak* track : tracks()) {
         if (track->insertObject(object))

@@ -23,8 +23,9 @@ zeAnimationUnit::zeAnimationUnit(const zeAnimationUnit& other) : zeAnimationUnit
     parentNodeId = other.parentNodeId;
     copyContainerState(other);
     for (osg::UInt64 curveId : other.childIds) {
-        if (zeAnimationCurve2D* curve = m->getCurve2D(curveId))
-            addObject(m->duplicateCurve2D(curve));
+        zeAnimationObject* child = other.resolveChild(curveId);
+        if (child && child->getTypeID() == 2)
+            addObject(m->duplicateCurve2D(static_cast<zeAnimationCurve2D*>(child)));
     }
     linkToParentOf(other);
 }
@@ -43,7 +44,7 @@ zeAnimationObject* zeAnimationUnit::addObject(zeAnimationObject* object)
         if (field)
             parentNodeId = static_cast<osg::UInt32>(field->nodeID);
     }
-    appendChild(object);
+    adopt(object);
     return object;
 }
 

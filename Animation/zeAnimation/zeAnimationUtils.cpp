@@ -28,8 +28,6 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
-#include <type_traits>
-#include <utility>
 
 namespace {
 
@@ -226,49 +224,35 @@ float* floatComponent(osg::Field* field, ContentKind kind, osg::UInt32 index)
     }
 }
 
-// Integer fields are animated through their text form, written as a whole decimal number. The
-// scene graph reads integer text as strtol/strtoul do (saturating beyond 64 bits) and casts the
-// result to the field's type, so a negative number wraps in an unsigned field; this is the value
-// such a field holds after `number` is written.
-template <class T>
-double parsedInteger(double number)
+// Integer fields are animated through their text form, written as a whole decimal number. True
+// for an integer field, with the range of values it can hold.
+bool integralRange(const osg::Field* field, double& lowest, double& highest)
 {
-    const double two63 = 9223372036854775808.0;
-    const double two64 = 18446744073709551616.0;
-    if (std::is_signed<T>::value) {
-        const long long v = number >= two63   ? std::numeric_limits<long long>::max()
-                            : number < -two63 ? std::numeric_limits<long long>::min()
-                                              : static_cast<long long>(number);
-        return static_cast<double>(static_cast<T>(v));
-    }
-    unsigned long long v = std::numeric_limits<unsigned long long>::max();
-    if (number >= 0.0 && number < two64)
-        v = static_cast<unsigned long long>(number);
-    else if (number < 0.0 && number > -two64)
-        v = 0ULL - static_cast<unsigned long long>(-number);
-    return static_cast<double>(static_cast<T>(v));
-}
-
-// For an integer field, how a whole number reads back from it; null for any other field.
-typedef double (*IntegerReadBack)(double);
-
-IntegerReadBack integerReadBack(const osg::Field* field)
-{
-    static const std::pair<osg::UInt32, IntegerReadBack> types[] = {
-        {osg::SFInt8::getClassType().getContentType().getId(), &parsedInteger<osg::Int8>},
-        {osg::SFUInt8::getClassType().getContentType().getId(), &parsedInteger<osg::UInt8>},
-        {osg::SFInt16::getClassType().getContentType().getId(), &parsedInteger<osg::Int16>},
-        {osg::SFUInt16::getClassType().getContentType().getId(), &parsedInteger<osg::UInt16>},
-        {osg::SFInt32::getClassType().getContentType().getId(), &parsedInteger<osg::Int32>},
-        {osg::SFUInt32::getClassType().getContentType().getId(), &parsedInteger<osg::UInt32>},
-        {osg::SFInt64::getClassType().getContentType().getId(), &parsedInteger<osg::Int64>},
-        {osg::SFUInt64::getClassType().getContentType().getId(), &parsedInteger<osg::UInt64>}};
+    struct Range
+    {
+        osg::UInt32 id;
+        double lowest;
+        double highest;
+    };
+    static const Range ranges[] = {
+        {osg::SFInt8::getClassType().getContentType().getId(), -128.0, 127.0},
+        {osg::SFUInt8::getClassType().getContentType().getId(), 0.0, 255.0},
+        {osg::SFInt16::getClassType().getContentType().getId(), -32768.0, 32767.0},
+        {osg::SFUInt16::getClassType().getContentType().getId(), 0.0, 65535.0},
+        {osg::SFInt32::getClassType().getContentType().getId(), -2147483648.0, 2147483647.0},
+        {osg::SFUInt32::getClassType().getContentType().getId(), 0.0, 4294967295.0},
+        {osg::SFInt64::getClassType().getContentType().getId(), -9223372036854775808.0,
+         9223372036854774784.0},
+        {osg::SFUInt64::getClassType().getContentType().getId(), 0.0, 18446744073709549568.0}};
     const osg::UInt32 id = field->getContentType().getId();
-    for (const auto& type : types) {
-        if (type.first == id)
-            return type.second;
+    for (const Range& range : ranges) {
+        if (range.id == id) {
+            lowest = range.lowest;
+            highest = range.highest;
+            return true;
+        }
     }
-    return nullptr;
+    return false;
 }
 
 // Angles are stored in radians and animated in degrees for these fields.
@@ -312,8 +296,9 @@ bool isViewAttribute(const std::string& attribute)
     return attribute == "from" || attribute == "at" || attribute == "up" || attribute == "roll";
 }
 
-// One component of the host's current view.
-float hostViewComponent(const std::string& attribute, osg::UInt32 valuePos)
+// One component of the host's current view. Taken by value: the host's camera callback may
+// destroy the field they come from.
+float hostViewComponent(const std::string attribute, osg::UInt32 valuePos)
 {
     zeAnimationManager* manager = zeAnimationManager::the();
     if (attribute == "roll") {
@@ -476,30 +461,31 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     osg::Field* sceneField = singleField(container, name);
     osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
 
-    if (camera != osg::NullFC && !sceneField && camera->getIsViewpoint() &&
-        (attribute == "at" || attribute == "up" || attribute == "from" || attribute == "roll")) {
+    if (camera != osg::NullFC && !sceneField && camera->getIsViewpoint() && isViewAttribute(attribute)) {
         // A viewpoint is applied as a whole view through the host's camera, not field by field.
+        // The host may destroy the field inside its camera callbacks: what is needed of it is
+        // taken first.
         zeAnimationManager* manager = zeAnimationManager::the();
+        const float value = field->value;
+        const osg::UInt32 component = field->valuePos;
         if (attribute == "roll") {
             float roll = 0.0f;
             manager->getRoll(roll);
-            if (sameValue(roll, field->value))
-                return true;
-            manager->setRoll(field->value);
+            if (!sameValue(roll, value))
+                manager->setRoll(value);
             return true;
         }
+        if (component > 2)
+            return false;
+        const char part = attribute[0];
         osg::Pnt3f from;
         osg::Pnt3f at;
         osg::Vec3f up;
         manager->getFromAtUp(from, at, up);
-        if (field->valuePos > 2)
-            return false;
-        float* target = attribute == "at"   ? &at[field->valuePos]
-                        : attribute == "up" ? &up[field->valuePos]
-                                            : &from[field->valuePos];
-        if (sameValue(*target, field->value))
+        float* target = part == 'a' ? &at[component] : part == 'u' ? &up[component] : &from[component];
+        if (sameValue(*target, value))
             return true;
-        *target = field->value;
+        *target = value;
         manager->setFromAtUp(from, at, up);
         return true;
     }
@@ -548,6 +534,8 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
             return true;
         }
         if (attribute == "visible") {
+            if (std::isnan(field->value))
+                return false; // NaN is neither shown nor hidden: the node stays as it is
             const bool visible = floatToBool(field->value);
             if (node->getActive() == visible)
                 return true;
@@ -585,16 +573,21 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     std::vector<float> values = stringValues(text);
     if (field->valuePos >= values.size())
         return false;
-    const IntegerReadBack readBack = integerReadBack(sceneField);
-    // An integer field takes a whole decimal number ("1000000000", never "1e+09", which the
-    // scene graph would read as 1); a value that is no number at all has none to give.
+    double lowest = 0.0;
+    double highest = 0.0;
+    const bool integral = integralRange(sceneField, lowest, highest);
+    // An integer field takes a whole decimal number ("1000000000", never "1e+09", which the scene
+    // graph would read as 1). A boolean or integer field has no value for NaN, and an integer
+    // field none beyond its range: such a write is skipped and the scene keeps what it holds.
     const double whole = roundHalfAway(sceneValue);
-    if (readBack && !std::isfinite(whole))
+    if ((isBool || integral) && std::isnan(sceneValue))
+        return false;
+    if (integral && !(lowest <= whole && whole <= highest))
         return false;
     // Compare with what the field will really hold: a boolean or integer field keeps only the
     // rounded value, and a float that rounds to the current value must not notify a change.
     const float held = isBool     ? (floatToBool(sceneValue) ? 1.0f : 0.0f)
-                       : readBack ? static_cast<float>(readBack(whole))
+                       : integral ? static_cast<float>(whole)
                                   : sceneValue;
     if (sameValue(values[field->valuePos], held))
         return true;
@@ -602,7 +595,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     std::string written;
     if (isBool) {
         written = floatToBool(sceneValue) ? "TRUE" : "FALSE";
-    } else if (readBack) {
+    } else if (integral) {
         char buffer[64];
         std::snprintf(buffer, sizeof(buffer), "%.0f", whole);
         written = buffer;

@@ -5,6 +5,7 @@
 
 #include <OpenSG/OSGVector.h>
 
+#include <cmath>
 #include <string>
 
 // One key of a curve: a point (x = frame, y = value) with two Bezier handles. The handles are
@@ -16,8 +17,9 @@ class ZEANIMATION_EXPORT zeControlPoint2D final : public zeAnimationObject
     friend class zeAnimationCurve2D;
 
 public:
-    // Used both as a key's tangent type and as its tangent length mode.
-    enum TangentMode
+    // Used both as a key's tangent type and as its tangent length mode. Values from files and
+    // older scenes are stored as they come, so the type is a fixed 32 bits wide.
+    enum TangentMode : osg::UInt32
     {
         TangentNone = 0,
         TangentLinear = 1,
@@ -41,6 +43,7 @@ public:
     float getMaximum() const override { return position[1]; }
     float getMinimum() const override { return position[1]; }
 
+    // Position writes with a NaN or infinite coordinate are ignored (the position stays).
     void setPosition(const osg::Pnt2f& value);
     const osg::Pnt2f& getPosition() const { return position; }
     void setX(float value);
@@ -113,8 +116,12 @@ protected:
 private:
     void createHandles();
     void destroyHandles();
+    // Every position write of a key or a handle goes through here. Positions are finite: a write
+    // of NaN or an infinity is ignored, so keys always have an order and segments a length.
     void writePosition(float x, float y)
     {
+        if (!std::isfinite(x) || !std::isfinite(y))
+            return;
         position[0] = x;
         position[1] = y;
         ++_positionEpoch;

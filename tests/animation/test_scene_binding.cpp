@@ -575,12 +575,12 @@ TEST_F(SceneBindingTest, IntegersAndBooleansRoundHalfAwayAndGoThroughTheTextForm
     EXPECT_TRUE(write(on, 0.9f));
     EXPECT_EQ(osg::ChangeRecord::count(idOf(light)), 0u);
 
-    // A negative value wraps in an unsigned field, once: the wrapped value is what it holds.
+    // A value beyond an integer field's range (a negative one in an unsigned field) is skipped.
     zeAnimationField* shadowMode = manager->getField(pointLight, "shadowMode");
-    EXPECT_TRUE(write(shadowMode, -3.0f));
-    EXPECT_EQ(light->getShadowMode(), 4294967293u);
+    EXPECT_TRUE(write(shadowMode, 3.0f));
     osg::ChangeRecord::clear();
-    EXPECT_TRUE(write(shadowMode, -3.2f));
+    EXPECT_FALSE(write(shadowMode, -3.0f));
+    EXPECT_EQ(light->getShadowMode(), 3u);
     EXPECT_EQ(osg::ChangeRecord::count(idOf(light)), 0u);
 }
 
