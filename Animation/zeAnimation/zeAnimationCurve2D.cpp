@@ -706,6 +706,11 @@ osg::UInt32 zeAnimationCurve2D::deletePoints(bool destroy, zeAnimationCurve2D* t
 
 void zeAnimationCurve2D::setPoints(const std::vector<zeControlPoint2D*>& points)
 {
+    assignKeys(points, true);
+}
+
+void zeAnimationCurve2D::assignKeys(const std::vector<zeControlPoint2D*>& points, bool propagate)
+{
     zeAnimationManager* m = manager();
     // Keep the last given key of every x, in order of x; stable, so ties keep their order.
     std::vector<zeControlPoint2D*> given;
@@ -762,7 +767,7 @@ void zeAnimationCurve2D::setPoints(const std::vector<zeControlPoint2D*>& points)
     }
     curveIds.insert(id);
     touchSummaries();
-    updateBy(this, kept.empty() ? Remove : Add, true);
+    updateBy(this, kept.empty() ? Remove : Add, propagate);
 }
 
 void zeAnimationCurve2D::changeTangentsOfSelectedPoints(zeControlPoint2D::TangentMode mode)

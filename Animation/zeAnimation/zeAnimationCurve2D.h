@@ -23,6 +23,7 @@ class ZEANIMATION_EXPORT zeAnimationCurve2D final : public zeAnimationObject
     friend class zeAnimationManager;
     friend class zeAnimationController;
     friend class zeAnimationObject;
+    friend class zeAnimationFile;
 
 public:
     typedef std::map<float, zeControlPoint2D*> PointMap;
@@ -226,6 +227,8 @@ private:
     zeAnimationCurve2D();
     std::vector<zeControlPoint2D*> keys() const;
     void recomputeAround(zeControlPoint2D* key);
+    // setPoints; without `propagate` the curve updates itself only, not its ancestors.
+    void assignKeys(const std::vector<zeControlPoint2D*>& points, bool propagate);
     void insertKeyId(zeControlPoint2D* key);
     osg::UInt32 removeKeys(bool selectedOnly, bool destroy, zeAnimationCurve2D* target);
 

@@ -3,6 +3,7 @@
 #include <zeAnimation/zeAnimationController.h>
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
+#include <zeAnimation/zeAnimationFile.h>
 #include <zeAnimation/zeAnimationObject.h>
 #include <zeAnimation/zeAnimationSequence.h>
 #include <zeAnimation/zeAnimationStreak.h>
@@ -15,6 +16,10 @@
 #include <OpenSG/OSGMaterialGroup.h>
 #include <zeOpenSGExt/OSGCameraSetting.h>
 #include <zeOpenSGExt/OSGTransform3D.h>
+#include <zeQt4Ext/QZEDomDocumentWriter.h>
+#include <zeUtils/zeFile.h>
+
+#include <QFileDialog>
 
 #include <algorithm>
 #include <cmath>
@@ -1186,4 +1191,197 @@ void zeAnimationManager::walkScene(osg::Action::ResultE (*step)(osg::NodePtr&))
     if (_sceneRoot != osg::NullFC)
         osg::traverse(_sceneRoot,
                       osg::osgTypedFunctionFunctor1CPtrRef<osg::Action::ResultE, osg::NodePtr>(step));
+}
+
+// ---- Animation file ---------------------------------------------------------------------------
+//
+// The text is built here as a DOM document; saving and loading stream it through zeAnimationFile,
+// which shares the encodings and the loader with the builders and readers below.
+
+namespace {
+
+QDomElement buildElement(QDomDocument& document, const zeAnimationObject* object)
+{
+    const osg::UInt32 type = object->getTypeID();
+    QDomElement element = document.createElement(QString::fromLatin1(zeAnimationFile::tagName(type)));
+    for (const zeAnimationFile::Attributes::value_type& attribute : zeAnimationFile::objectAttributes(object))
+        element.setAttribute(QString::fromLatin1(attribute.first), attribute.second);
+    const QString childTag = QString::fromLatin1(zeAnimationFile::childTagName(type));
+    for (osg::UInt64 id : zeAnimationFile::listedChildren(object)) {
+        QDomElement child = document.createElement(childTag);
+        child.setAttribute(QStringLiteral("id"), QString::number(static_cast<qulonglong>(id)));
+        element.appendChild(child);
+    }
+    return element;
+}
+
+} // namespace
+
+QString zeAnimationManager::createAnimationXML()
+{
+    std::printf("creating animation xml...\n");
+    std::fflush(stdout);
+    QDomDocument document(QStringLiteral("KORU"));
+    QDomElement root = document.createElement(QStringLiteral("AnimationPool"));
+    root.setAttribute(QStringLiteral("objects"),
+                      QString::number(static_cast<qulonglong>(_objects.size() + _fields.size())));
+    document.appendChild(root);
+    for (const FieldMap::value_type& entry : _fields) {
+        if (entry.second)
+            root.appendChild(createFieldDomElement(document, entry.second));
+    }
+    for (const zeAnimationObject* object : zeAnimationFile::fileOrder())
+        root.appendChild(buildElement(document, object));
+    return QZEDomDocumentWriter::toString(document);
+}
+
+QDomElement zeAnimationManager::createFieldDomElement(QDomDocument& document, zeAnimationField* field)
+{
+    if (!field)
+        return QDomElement();
+    QDomElement element = document.createElement(QStringLiteral("field"));
+    for (const zeAnimationFile::Attributes::value_type& attribute : zeAnimationFile::fieldAttributes(field))
+        element.setAttribute(QString::fromLatin1(attribute.first), attribute.second);
+    return element;
+}
+
+QDomElement zeAnimationManager::createPointDomElement(QDomDocument& document, zeControlPoint2D* point)
+{
+    return point ? buildElement(document, point) : QDomElement();
+}
+
+QDomElement zeAnimationManager::createCurveDomElement(QDomDocument& document, zeAnimationCurve2D* curve)
+{
+    return curve ? buildElement(document, curve) : QDomElement();
+}
+
+QDomElement zeAnimationManager::createBlockDomElement(QDomDocument& document, zeAnimationUnit* unit)
+{
+    return unit ? buildElement(document, unit) : QDomElement();
+}
+
+QDomElement zeAnimationManager::createTrackDomElement(QDomDocument& document, zeAnimationStreak* track)
+{
+    return track ? buildElement(document, track) : QDomElement();
+}
+
+QDomElement zeAnimationManager::createClipDomElement(QDomDocument& document, zeAnimationStrip* clip)
+{
+    return clip ? buildElement(document, clip) : QDomElement();
+}
+
+QDomElement zeAnimationManager::createSequenceDomElement(QDomDocument& document,
+                                                         zeAnimationSequence* sequence)
+{
+    return sequence ? buildElement(document, sequence) : QDomElement();
+}
+
+bool zeAnimationManager::saveAnimations(const char* path)
+{
+    return zeAnimationFile::save(path);
+}
+
+bool zeAnimationManager::saveAnimations(QWidget* parent)
+{
+    QString name = QFileDialog::getSaveFileName(parent, QStringLiteral("Save Animations"), QString(),
+                                                QStringLiteral("*.xml"));
+    if (name.isEmpty())
+        return false;
+    if (name.right(4) != QLatin1String(".xml"))
+        name += QLatin1String(".xml");
+    const QByteArray path = name.toUtf8();
+    if (!zeFile::checkWrite(path.toStdString(), true, false))
+        return false;
+    return saveAnimations(path.constData());
+}
+
+bool zeAnimationManager::loadAnimations(const QString& source, bool isFile)
+{
+    QString error;
+    zeAnimationFile::Document document;
+    if (source.isEmpty())
+        error = QStringLiteral("nothing to read");
+    else if (zeAnimationFile::isLoading())
+        error = QStringLiteral("another load is running");
+    else if (isFile ? zeAnimationFile::parseFile(source, document, error)
+                    : zeAnimationFile::parseText(source, document, error))
+        zeAnimationFile::load(document);
+    _lastFileError = error;
+    return error.isEmpty();
+}
+
+bool zeAnimationManager::loadAnimations(QWidget* parent)
+{
+    const QString name =
+        QFileDialog::getOpenFileName(parent, tr("Load Animations"), QString(), QStringLiteral("*.xml"));
+    if (name.isEmpty())
+        return false;
+    return loadAnimations(name, true);
+}
+
+bool zeAnimationManager::loadAnimations(const QDomDocument& dom)
+{
+    QString error;
+    zeAnimationFile::Document document;
+    if (zeAnimationFile::isLoading())
+        error = QStringLiteral("another load is running");
+    else if (zeAnimationFile::parseDom(dom, document, error))
+        zeAnimationFile::load(document);
+    _lastFileError = error;
+    return error.isEmpty();
+}
+
+namespace {
+
+zeAnimationObject* readObject(const QDomElement& domElement, osg::Int32 type)
+{
+    zeAnimationFile::Document document;
+    const zeAnimationFile::Element element = zeAnimationFile::readElement(domElement, document);
+    return zeAnimationFile::createObject(element, document, type);
+}
+
+} // namespace
+
+zeAnimationField* zeAnimationManager::readFieldDomElement(const QDomElement& domElement)
+{
+    zeAnimationFile::Document document;
+    const zeAnimationFile::Element element = zeAnimationFile::readElement(domElement, document);
+    return zeAnimationFile::createField(element, document);
+}
+
+zeControlPoint2D* zeAnimationManager::readPointDomElement(const QDomElement& element)
+{
+    return static_cast<zeControlPoint2D*>(readObject(element, 1));
+}
+
+zeAnimationCurve2D* zeAnimationManager::readCurveDomElement(const QDomElement& element)
+{
+    return static_cast<zeAnimationCurve2D*>(readObject(element, 2));
+}
+
+zeAnimationUnit* zeAnimationManager::readBlockDomElement(const QDomElement& element)
+{
+    return static_cast<zeAnimationUnit*>(readObject(element, 3));
+}
+
+zeAnimationStreak* zeAnimationManager::readTrackDomElement(const QDomElement& element)
+{
+    return static_cast<zeAnimationStreak*>(readObject(element, 4));
+}
+
+zeAnimationStrip* zeAnimationManager::readClipDomElement(const QDomElement& element)
+{
+    return static_cast<zeAnimationStrip*>(readObject(element, 5));
+}
+
+zeAnimationSequence* zeAnimationManager::readSequenceDomElement(const QDomElement& element)
+{
+    return static_cast<zeAnimationSequence*>(readObject(element, 6));
+}
+
+void zeAnimationManager::readChildren(const QDomElement& domElement)
+{
+    zeAnimationFile::Document document;
+    const zeAnimationFile::Element element = zeAnimationFile::readElement(domElement, document);
+    zeAnimationFile::readChildren(element, document);
 }

@@ -9,7 +9,10 @@
 #include <OpenSG/OSGVector.h>
 #include <zeOpenSGExt/OSGAnimationCurve.h>
 
+#include <QDomDocument>
+#include <QDomElement>
 #include <QObject>
+#include <QString>
 
 #include <map>
 #include <set>
@@ -216,6 +219,39 @@ public:
     void objectInfo();
     void printFieldInfo(zeAnimationField* field);
 
+    // ---- Animation file -------------------------------------------------------------------
+    // The pool as the text of its XML document, built as a DOM document.
+    QString createAnimationXML();
+    QDomElement createFieldDomElement(QDomDocument& document, zeAnimationField* field);
+    QDomElement createPointDomElement(QDomDocument& document, zeControlPoint2D* point);
+    QDomElement createCurveDomElement(QDomDocument& document, zeAnimationCurve2D* curve);
+    QDomElement createBlockDomElement(QDomDocument& document, zeAnimationUnit* unit);
+    QDomElement createTrackDomElement(QDomDocument& document, zeAnimationStreak* track);
+    QDomElement createClipDomElement(QDomDocument& document, zeAnimationStrip* clip);
+    QDomElement createSequenceDomElement(QDomDocument& document, zeAnimationSequence* sequence);
+    // Writes the same text as createAnimationXML without building the document, and atomically:
+    // on failure the file at `path` is left as it was. Only a regular file is ever replaced.
+    bool saveAnimations(const char* path);
+    bool saveAnimations(QWidget* parent);
+    // Reads a document (a file, or with isFile false the text itself) without building it in
+    // memory. False when nothing could be read: an empty source, an unreadable file, text that is
+    // not a well-formed animation document (getLastFileError tells where and why); the pool is
+    // then unchanged. Bad parts of a well-formed document are skipped.
+    bool loadAnimations(const QString& source, bool isFile);
+    bool loadAnimations(QWidget* parent);
+    // The same load from a document already parsed by the caller.
+    bool loadAnimations(const QDomDocument& document);
+    // Why the last load returned false; empty after a successful one.
+    QString getLastFileError() const { return _lastFileError; }
+    zeAnimationField* readFieldDomElement(const QDomElement& element);
+    zeControlPoint2D* readPointDomElement(const QDomElement& element);
+    zeAnimationCurve2D* readCurveDomElement(const QDomElement& element);
+    zeAnimationUnit* readBlockDomElement(const QDomElement& element);
+    zeAnimationStreak* readTrackDomElement(const QDomElement& element);
+    zeAnimationStrip* readClipDomElement(const QDomElement& element);
+    zeAnimationSequence* readSequenceDomElement(const QDomElement& element);
+    void readChildren(const QDomElement& element);
+
 private:
     zeAnimationManager();
     ~zeAnimationManager();
@@ -262,6 +298,7 @@ private:
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
     const std::unordered_set<osg::UInt64>* _bulkSurvivors;
+    QString _lastFileError;
 
     static osg::NodePtr _sceneRoot;
     static osg::UInt32 _nodeCounter;
@@ -276,6 +313,7 @@ private:
     static osg::UInt64 _uidSeed;
 
     friend class zeAnimationObject;
+    friend class zeAnimationFile;
 };
 
 #endif // ZEANIMATIONMANAGER_H

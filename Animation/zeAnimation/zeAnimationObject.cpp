@@ -886,6 +886,21 @@ void zeAnimationObject::renumberLinks(osg::UInt64 newId)
     ++_summaryEpoch;
 }
 
+void zeAnimationObject::appendQuietly(zeAnimationObject* child)
+{
+    child->parentId = id;
+    childIds.push_back(child->id);
+    ++_childListEpoch;
+}
+
+void zeAnimationObject::finishAppends()
+{
+    for (const zeAnimationObject* child : resolvedChildren())
+        mergeSummaries(this, child, Add);
+    sortObjectsByBegin();
+    updateBounds();
+}
+
 void zeAnimationObject::copyContainerState(const zeAnimationObject& other)
 {
     id = manager()->createUID();

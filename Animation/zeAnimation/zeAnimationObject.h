@@ -25,6 +25,7 @@ class zeAnimationSequence;
 class ZEANIMATION_EXPORT zeAnimationObject
 {
     friend class zeAnimationManager;
+    friend class zeAnimationFile;
 
 public:
     // Bit set passed to updateBy/updateAll. Any other value behaves like Change, so the type is a
@@ -239,6 +240,12 @@ protected:
     // Unlinks a listed child and drops its summaries; false when it is not listed.
     bool unlinkChild(zeAnimationObject* child);
     void notifyParent();
+    // Bulk linking for the file loader, which builds whole subtrees: appendQuietly links a child
+    // as the last entry of the child list and does nothing else; finishAppends then brings the
+    // summaries, the child order and the bounds up to date at once, as the updates of the single
+    // appends would have. The children must be finished first.
+    void appendQuietly(zeAnimationObject* child);
+    void finishAppends();
     // What a container copy takes over from its source: a fresh identifier, the interval (through
     // the setters), the untrimmed interval, the name and the flags (active, playing, repeating
     // through the setters; flipped, trimmed; motion blur through its setter).

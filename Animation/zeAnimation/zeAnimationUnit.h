@@ -12,6 +12,7 @@
 class ZEANIMATION_EXPORT zeAnimationUnit final : public zeAnimationObject
 {
     friend class zeAnimationManager;
+    friend class zeAnimationFile;
 
 public:
     void setActive(bool value) override { containerSetActive(value); }
