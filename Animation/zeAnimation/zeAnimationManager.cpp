@@ -4,6 +4,7 @@
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationFile.h>
+#include <zeAnimation/zeAnimationIdIndex.h>
 #include <zeAnimation/zeAnimationObject.h>
 #include <zeAnimation/zeAnimationSequence.h>
 #include <zeAnimation/zeAnimationStreak.h>
@@ -48,8 +49,9 @@ zeAnimationManager* zeAnimationManager::the()
 }
 
 zeAnimationManager::zeAnimationManager()
-    : QObject(nullptr), _oldID(0), _newID(0), _registryRemovals(0), _registryAdditions(0), _fieldEpoch(0),
-      _bulkSurvivors(nullptr)
+    : QObject(nullptr), _oldID(0), _newID(0), _objectIndex(new zeAnimationIdIndex<zeAnimationObject>()),
+      _registryRemovals(0), _registryAdditions(0), _fieldIndex(new zeAnimationIdIndex<zeAnimationField>()),
+      _fieldEpoch(0), _bulkSurvivors(nullptr)
 {}
 
 zeAnimationManager::~zeAnimationManager()
@@ -65,9 +67,9 @@ zeAnimationManager::~zeAnimationManager()
     for (FieldMap::value_type& entry : _fields)
         delete entry.second;
     _objects.clear();
-    _objectIndex.clear();
+    _objectIndex->clear();
     _fields.clear();
-    _fieldIndex.clear();
+    _fieldIndex->clear();
     ++_fieldEpoch;
 }
 
@@ -118,7 +120,7 @@ osg::UInt64 zeAnimationManager::drawFreshID()
 {
     for (;;) {
         const osg::UInt64 candidate = step();
-        if (candidate != 0 && _objectIndex.count(candidate) == 0 && _fields.count(candidate) == 0)
+        if (candidate != 0 && !_objectIndex->find(candidate) && !_fieldIndex->find(candidate))
             return candidate;
     }
 }
@@ -130,7 +132,7 @@ osg::UInt64 zeAnimationManager::createUID()
 
 bool zeAnimationManager::isIDUnique(osg::UInt64 id)
 {
-    return _objectIndex.count(id) == 0 && _fields.count(id) == 0;
+    return !_objectIndex->find(id) && !_fieldIndex->find(id);
 }
 
 void zeAnimationManager::setID(osg::UInt64 id, zeAnimationObject* obj)
@@ -185,9 +187,9 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
     if (registered) {
         _fields.erase(entry);
         _fields.emplace(target, field);
-        _fieldIndex.erase(old);
+        _fieldIndex->erase(old);
         ++_fieldEpoch;
-        _fieldIndex[target] = field;
+        _fieldIndex->assign(target, field);
     }
 }
 
@@ -196,16 +198,19 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
 void zeAnimationManager::registerObject(zeAnimationObject* object)
 {
     // An identifier that is already registered keeps its first object.
-    if (_objects.emplace(object->id, object).second) {
-        _objectIndex.emplace(object->id, object);
-        ++_registryAdditions;
-    }
+    if (!_objectIndex->insert(object->id, object))
+        return;
+    // A file lists its objects in ascending identifier order: each new entry then goes last and is
+    // placed without a walk down the tree.
+    const bool last = _objects.empty() || _objects.rbegin()->first < object->id;
+    _objects.emplace_hint(last ? _objects.end() : _objects.lower_bound(object->id), object->id, object);
+    ++_registryAdditions;
 }
 
 void zeAnimationManager::unregisterObject(osg::UInt64 id)
 {
     _objects.erase(id);
-    if (_objectIndex.erase(id) != 0)
+    if (_objectIndex->erase(id))
         ++_registryRemovals;
 }
 
@@ -228,7 +233,7 @@ void zeAnimationManager::unregisterPointer(zeAnimationObject* object)
 void zeAnimationManager::registerField(zeAnimationField* field)
 {
     if (_fields.emplace(field->id, field).second)
-        _fieldIndex.emplace(field->id, field);
+        _fieldIndex->insert(field->id, field);
     ++_fieldEpoch;
 }
 
@@ -275,8 +280,7 @@ void zeAnimationManager::deleteObject(zeAnimationObject* object)
 
 zeAnimationObject* zeAnimationManager::getObject(osg::UInt64 id) const
 {
-    const std::unordered_map<osg::UInt64, zeAnimationObject*>::const_iterator it = _objectIndex.find(id);
-    return it == _objectIndex.end() ? nullptr : it->second;
+    return _objectIndex->find(id);
 }
 
 template <class T>
@@ -318,8 +322,7 @@ zeAnimationSequence* zeAnimationManager::getSequence(osg::UInt64 id) const
 
 zeAnimationField* zeAnimationManager::getField(osg::UInt64 id) const
 {
-    const std::unordered_map<osg::UInt64, zeAnimationField*>::const_iterator it = _fieldIndex.find(id);
-    return it == _fieldIndex.end() ? nullptr : it->second;
+    return _fieldIndex->find(id);
 }
 
 zeAnimationObject* zeAnimationManager::getObject(const std::string& name) const
@@ -698,7 +701,7 @@ void zeAnimationManager::destroyField(zeAnimationField* field)
         }
     }
     if (entry != _fields.end()) {
-        _fieldIndex.erase(entry->first);
+        _fieldIndex->erase(entry->first);
         _fields.erase(entry);
         ++_fieldEpoch;
     }
@@ -768,7 +771,7 @@ void zeAnimationManager::destroyAllFields()
     for (FieldMap::value_type& entry : _fields)
         delete entry.second;
     _fields.clear();
-    _fieldIndex.clear();
+    _fieldIndex->clear();
     ++_fieldEpoch;
 }
 

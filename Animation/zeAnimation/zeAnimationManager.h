@@ -15,6 +15,7 @@
 #include <QString>
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -32,6 +33,8 @@ class zeAnimationStreak;
 class zeAnimationStrip;
 class zeAnimationSequence;
 class zeAnimationField;
+template <class T>
+class zeAnimationIdIndex;
 
 // The one registry and factory of the library. Every animation object and every animation field
 // lives in one of its two maps under a 64-bit identifier; everything else refers to objects by
@@ -288,12 +291,12 @@ private:
     std::map<osg::UInt64, ConnectionFunction> _functionConnections;
     std::vector<zeAnimationObject*> _copyBuffer;
 
-    // Hash index over _objects: lookups by identifier run on every hierarchy update and frame.
-    std::unordered_map<osg::UInt64, zeAnimationObject*> _objectIndex;
+    // Index over _objects: lookups by identifier run on every hierarchy update and frame.
+    std::unique_ptr<zeAnimationIdIndex<zeAnimationObject>> _objectIndex;
     osg::UInt64 _registryRemovals;
     osg::UInt64 _registryAdditions;
     // The same over _fields: every curve evaluation looks its field up.
-    std::unordered_map<osg::UInt64, zeAnimationField*> _fieldIndex;
+    std::unique_ptr<zeAnimationIdIndex<zeAnimationField>> _fieldIndex;
     osg::UInt64 _fieldEpoch;
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
