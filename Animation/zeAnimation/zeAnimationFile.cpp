@@ -2,6 +2,7 @@
 
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
+#include <zeAnimation/zeAnimationIdIndex.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationObject.h>
 #include <zeAnimation/zeAnimationSequence.h>
@@ -797,7 +798,9 @@ enum CharClass : unsigned char
     NameStart = 1,
     NameChar = 2,
     Blank = 4,
-    Plain = 8 // may be copied into an attribute value as it is
+    // May be copied into an attribute value as it is. Tabs and line ends are kept as they stand,
+    // as Qt's DOM parser keeps them, so that both read a value alike.
+    Plain = 8
 };
 
 struct CharTable
@@ -814,7 +817,8 @@ struct CharTable
                 k |= NameChar;
             if (c == ' ' || c == '\t' || c == '\n' || c == '\r')
                 k |= Blank;
-            if (c >= 0x20 && c != '<' && c != '&' && c != '"' && c != '\'')
+            if ((c >= 0x20 || c == '\t' || c == '\n' || c == '\r') && c != '<' && c != '&' && c != '"' &&
+                c != '\'')
                 k |= Plain;
             classes[c] = k;
         }
@@ -943,12 +947,10 @@ private:
 bool TextReader::refill()
 {
     if (pos > 0) {
-        for (std::size_t i = 0; i < pos; ++i) {
-            if (buffer[i] == '\n') {
-                ++droppedLines;
-                lineStart = base + i + 1;
-            }
-        }
+        const char* begin = buffer.data();
+        droppedLines += static_cast<osg::UInt64>(std::count(begin, begin + pos, '\n'));
+        if (const void* last = ::memrchr(begin, '\n', pos))
+            lineStart = base + static_cast<osg::UInt64>(static_cast<const char*>(last) - begin) + 1;
         std::memmove(buffer.data(), buffer.data() + pos, end - pos);
         base += pos;
         end -= pos;
@@ -1222,19 +1224,6 @@ TextReader::Result TextReader::startTag()
             }
             if (v == '"' || v == '\'') {
                 attribute.value += v;
-                ++i;
-                continue;
-            }
-            // Line ends and tabs in a value are read as spaces, a CR LF pair as one.
-            if (v == '\r') {
-                if (i + 1 >= end)
-                    return more();
-                attribute.value += ' ';
-                i += buffer[i + 1] == '\n' ? 2 : 1;
-                continue;
-            }
-            if (v == '\n' || v == '\t') {
-                attribute.value += ' ';
                 ++i;
                 continue;
             }
@@ -2053,6 +2042,8 @@ bool zeAnimationFile::load(const Document& document)
         std::printf("loading animation elements: %llu\n", static_cast<unsigned long long>(document.objects));
         std::fflush(stdout);
     }
+    zeAnimationManager* m = zeAnimationManager::the();
+    m->_objectIndex->reserve(m->_objects.size() + document.elements.size());
     Loader loader(document, true);
     Progress progress(document);
     std::vector<osg::UInt64> made(document.elements.size(), 0);

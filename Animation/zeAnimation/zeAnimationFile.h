@@ -13,6 +13,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,7 +89,8 @@ public:
         bool hasObjects = false;
         osg::UInt64 objects = 0;
         osg::UInt64 elementCount = 0;
-        std::vector<Element> elements;
+        std::deque<Element> elements; // a deque: a million of them are never moved
+
         std::vector<osg::UInt64> children;
         std::vector<std::string> strings{std::string()};
     };
