@@ -32,3 +32,11 @@ if(ZE_SANITIZE)
                         -fno-sanitize-recover=undefined,float-cast-overflow -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined,float-cast-overflow)
 endif()
+
+if(ZE_BUILD_FUZZERS)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "ZE_BUILD_FUZZERS needs clang: configure with CXX=clang++")
+    endif()
+    # Everything is instrumented for coverage; only the fuzz targets link libFuzzer's main.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
