@@ -11,7 +11,9 @@ set(ze_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zeAnimation)
 
 foreach(lib ${ze_libraries})
     get_target_property(include_dir ${lib} ZE_INCLUDE_DIR)
-    install(DIRECTORY ${include_dir}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+    # A library's "internal" folder holds headers of its own implementation: never installed.
+    install(DIRECTORY ${include_dir}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h"
+        PATTERN internal EXCLUDE)
 endforeach()
 
 install(TARGETS ${ze_libraries} EXPORT zeAnimationTargets

@@ -2,7 +2,8 @@
 # Runs the whole test suite from any state of the machine: installs missing packages, configures,
 # builds and runs ctest twice, once in an optimised build and once under AddressSanitizer and
 # UndefinedBehaviorSanitizer; in between, installs the optimised build and uses it as a host would
-# (scripts/check-package.sh).  Pass --quick to skip the sanitizer build.
+# (scripts/check-package.sh); last, runs the file loader's fuzzer for a minute under ASan+UBSan
+# (scripts/fuzz.sh).  Pass --quick to skip the sanitizer build and the fuzzer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -35,4 +36,7 @@ if [ $quick -eq 0 ]; then
     export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:strict_string_checks=1
     export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
     run_suite build/asan -DCMAKE_BUILD_TYPE=Debug -DZE_SANITIZE=ON -DZE_BUILD_BENCHMARKS=OFF
+
+    echo "== fuzzing the file loader (ASan + UBSan, one minute)"
+    scripts/fuzz.sh 60
 fi

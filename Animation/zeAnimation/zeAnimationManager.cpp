@@ -1,10 +1,10 @@
 #include <zeAnimation/zeAnimationManager.h>
 
+#include "zeAnimationFile.h"
+#include "zeAnimationIdIndex.h"
 #include <zeAnimation/zeAnimationController.h>
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
-#include <zeAnimation/zeAnimationFile.h>
-#include <zeAnimation/zeAnimationIdIndex.h>
 #include <zeAnimation/zeAnimationObject.h>
 #include <zeAnimation/zeAnimationSequence.h>
 #include <zeAnimation/zeAnimationStreak.h>
@@ -120,8 +120,12 @@ osg::UInt64 zeAnimationManager::drawFreshID()
 {
     for (;;) {
         const osg::UInt64 candidate = step();
-        if (candidate != 0 && !_objectIndex->find(candidate) && !_fieldIndex->find(candidate))
+        if (candidate != 0 && !_objectIndex->find(candidate) && !_fieldIndex->find(candidate)) {
+            // The next draw will most likely test the generator's next value: its slot is fetched
+            // while the caller works with this one.
+            _objectIndex->prefetch(_uidSeed * 1664525ULL + 1013904223ULL);
             return candidate;
+        }
     }
 }
 

@@ -67,6 +67,13 @@ double startMemory()
     return residentMB("VmRSS:");
 }
 
+// Memory resident after an operation, once what it freed has gone back to the system.
+double afterMemory()
+{
+    malloc_trim(0);
+    return residentMB("VmRSS:");
+}
+
 void reportMemory(benchmark::State& state, double before, double peak, double after)
 {
     state.counters["peak_MB"] = peak - before;
@@ -163,7 +170,7 @@ void BM_SaveStreamed(benchmark::State& state)
         QuietOutput quiet;
         if (!manager()->saveAnimations(path.c_str()))
             state.SkipWithError("save failed");
-        reportMemory(state, before, residentMB("VmHWM:"), residentMB("VmRSS:"));
+        reportMemory(state, before, residentMB("VmHWM:"), afterMemory());
     }
 }
 
@@ -172,18 +179,21 @@ void BM_SaveDom(benchmark::State& state)
     const std::string path = filePath();
     for (auto _ : state) {
         const double before = startMemory();
-        QuietOutput quiet;
-        const QByteArray text = manager()->createAnimationXML().toUtf8();
-        QFile file(QString::fromStdString(path + ".dom"));
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text) != text.size())
-            state.SkipWithError("save failed");
-        file.close();
-        const double peak = residentMB("VmHWM:");
+        double peak = 0.0;
+        qint64 written = 0;
+        {
+            QuietOutput quiet;
+            const QByteArray text = manager()->createAnimationXML().toUtf8();
+            QFile file(QString::fromStdString(path + ".dom"));
+            if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+                written = file.write(text);
+            peak = residentMB("VmHWM:");
+        }
+        reportMemory(state, before, peak, afterMemory());
         state.PauseTiming();
-        if (text.size() != QFile(QString::fromStdString(path)).size())
+        if (written != QFile(QString::fromStdString(path)).size())
             state.SkipWithError("the two paths wrote different texts");
         state.ResumeTiming();
-        reportMemory(state, before, peak, residentMB("VmRSS:"));
     }
     std::remove((path + ".dom").c_str());
 }
@@ -199,7 +209,7 @@ void BM_LoadStreamed(benchmark::State& state)
         QuietOutput quiet;
         if (!manager()->loadAnimations(path, true))
             state.SkipWithError("load failed");
-        reportMemory(state, before, residentMB("VmHWM:"), residentMB("VmRSS:"));
+        reportMemory(state, before, residentMB("VmHWM:"), afterMemory());
         checkLoaded(state);
     }
 }
@@ -222,7 +232,7 @@ void BM_LoadDom(benchmark::State& state)
                 state.SkipWithError("load failed");
             peak = residentMB("VmHWM:");
         }
-        reportMemory(state, before, peak, residentMB("VmRSS:"));
+        reportMemory(state, before, peak, afterMemory());
         checkLoaded(state);
     }
     std::remove(filePath().c_str());

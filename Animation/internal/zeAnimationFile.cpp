@@ -1,8 +1,8 @@
-#include <zeAnimation/zeAnimationFile.h>
+#include "zeAnimationFile.h"
 
+#include "zeAnimationIdIndex.h"
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
-#include <zeAnimation/zeAnimationIdIndex.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationObject.h>
 #include <zeAnimation/zeAnimationSequence.h>
@@ -1845,7 +1845,10 @@ void zeAnimationFile::Loader::linkKeys(zeAnimationCurve2D* curve, const zeAnimat
 {
     std::vector<zeControlPoint2D*> keys;
     keys.reserve(element.childCount);
+    const std::size_t ahead = 8;
     for (std::size_t i = 0; i < element.childCount; ++i) {
+        if (i + ahead < element.childCount)
+            m->_objectIndex->prefetch(resolveObject(document.children[element.firstChild + i + ahead]));
         zeControlPoint2D* key = m->getPoint2D(resolveObject(document.children[element.firstChild + i]));
         // A key with a NaN or infinite position has no place in an ordered curve.
         if (key && !key->isTangent() && std::isfinite(key->getX()) &&
@@ -2048,8 +2051,11 @@ bool zeAnimationFile::load(const Document& document)
     Progress progress(document);
     std::vector<osg::UInt64> made(document.elements.size(), 0);
     std::size_t next = 0;
+    const std::size_t ahead = 8; // elements whose registry slots are fetched before they are needed
     for (osg::UInt64 index = 0; index < document.elementCount; ++index) {
         if (next < document.elements.size() && document.elements[next].index == index) {
+            if (next + ahead < document.elements.size())
+                m->_objectIndex->prefetch(document.elements[next + ahead].id);
             made[next] = loader.create(document.elements[next]);
             ++next;
         }
