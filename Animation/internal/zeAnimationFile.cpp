@@ -1645,9 +1645,6 @@ public:
     void link(const zeAnimationFile::Element& element, osg::UInt64 made);
     void fixScene();
     void finish();
-    // After a call out to the host: from then on every link is checked against the live
-    // hierarchy, since the host may have changed it.
-    void hostMayHaveActed() { hostActed = true; }
 
 private:
     osg::UInt64 idFor(const zeAnimationFile::Element& element, bool field);
@@ -1658,18 +1655,15 @@ private:
     void applyFlags(zeAnimationObject* object, const zeAnimationFile::Element& element);
     void linkKeys(zeAnimationCurve2D* curve, const zeAnimationFile::Element& element);
     bool accepts(const zeAnimationObject* container, const zeAnimationObject* child);
-    osg::UInt64 findSet(osg::UInt64 id);
     void walkScene(bool renames);
 
     zeAnimationManager* m;
     const zeAnimationFile::Document& document;
     const bool bulk;
-    bool hostActed = false;
     std::unordered_map<osg::UInt64, osg::UInt64> objectRenames;
     std::unordered_map<osg::UInt64, osg::UInt64> fieldRenames;
     std::vector<osg::UInt64> loadedFields;
-    std::unordered_map<osg::UInt64, osg::UInt64> sets; // union-find over linked tracks and clips
-    std::vector<osg::UInt64> touched;                  // containers that were given children
+    std::vector<osg::UInt64> touched; // containers that were given children
 };
 
 osg::UInt64 zeAnimationFile::Loader::follow(const std::unordered_map<osg::UInt64, osg::UInt64>& renames,
@@ -1782,25 +1776,6 @@ osg::UInt64 zeAnimationFile::Loader::create(const zeAnimationFile::Element& elem
     return object->getId();
 }
 
-osg::UInt64 zeAnimationFile::Loader::findSet(osg::UInt64 id)
-{
-    osg::UInt64 root = id;
-    for (;;) {
-        const std::unordered_map<osg::UInt64, osg::UInt64>::iterator it = sets.find(root);
-        if (it == sets.end() || it->second == root)
-            break;
-        root = it->second;
-    }
-    // Path compression keeps later finds short.
-    while (id != root) {
-        osg::UInt64& up = sets[id];
-        const osg::UInt64 next = up;
-        up = root;
-        id = next;
-    }
-    return root;
-}
-
 bool zeAnimationFile::Loader::accepts(const zeAnimationObject* container, const zeAnimationObject* child)
 {
     if (!child || child == container)
@@ -1822,23 +1797,9 @@ bool zeAnimationFile::Loader::accepts(const zeAnimationObject* container, const 
     default:
         return false;
     }
-    // One parent per object: the first element that lists it.
-    if (child->getParent())
-        return false;
-    if (!bulk || hostActed)
-        return !container->hasAncestor(child);
-    // Only tracks and clips hold containers that hold them, so only they can close a loop. The
-    // child has no parent, so it tops its tree: the link closes a loop exactly when the container
-    // lies in that tree.
-    if (type == 4 || type == 5) {
-        const osg::UInt64 parentSet = findSet(container->getId());
-        const osg::UInt64 childSet = findSet(child->getId());
-        if (parentSet == childSet)
-            return false;
-        sets[childSet] = parentSet;
-        sets.emplace(parentSet, parentSet);
-    }
-    return true;
+    // One parent per object (the first element that lists it), no loops, no hierarchy deeper than
+    // the library allows: the links made so far are live, so the library's own test applies.
+    return !child->getParent() && container->canAdopt(child);
 }
 
 void zeAnimationFile::Loader::linkKeys(zeAnimationCurve2D* curve, const zeAnimationFile::Element& element)
@@ -2014,21 +1975,13 @@ public:
         : enabled(document.hasObjects && document.objects > 0), total(static_cast<float>(document.objects))
     {}
 
-    // True when the host's receiver ran and the pool changed meanwhile.
-    bool report(osg::UInt64 done)
+    void report(osg::UInt64 done)
     {
         if (!enabled)
-            return false;
-        zeAnimationManager* m = zeAnimationManager::the();
+            return;
         float percent = static_cast<float>(done) / (total / 100.0f);
         percent = std::min(std::max(percent, 0.0f), 100.0f);
-        const osg::UInt64 additions = m->getRegistryAdditions();
-        const osg::UInt64 removals = m->getRegistryRemovals();
-        const osg::UInt64 fieldEpoch = m->getFieldEpoch();
-        const osg::UInt64 childLists = zeAnimationObject::getChildListEpoch();
-        m->setFileIOProgress(zeAnimationUtils::floatToInt(percent));
-        return additions != m->getRegistryAdditions() || removals != m->getRegistryRemovals() ||
-               fieldEpoch != m->getFieldEpoch() || childLists != zeAnimationObject::getChildListEpoch();
+        zeAnimationManager::the()->setFileIOProgress(zeAnimationUtils::floatToInt(percent));
     }
 
 private:
@@ -2059,8 +2012,7 @@ bool zeAnimationFile::load(const Document& document)
             made[next] = loader.create(document.elements[next]);
             ++next;
         }
-        if (progress.report(index + 1))
-            loader.hostMayHaveActed();
+        progress.report(index + 1);
     }
     loader.fixScene();
     next = 0;
@@ -2069,8 +2021,7 @@ bool zeAnimationFile::load(const Document& document)
             loader.link(document.elements[next], made[next]);
             ++next;
         }
-        if (progress.report(index + 1))
-            loader.hostMayHaveActed();
+        progress.report(index + 1);
     }
     loader.finish();
     _loading = false;
