@@ -85,15 +85,7 @@ void zeAnimationManager::init(QWidget*)
 
 void zeAnimationManager::terminate()
 {
-    if (_copyBuffer.empty())
-        return;
-    const std::vector<zeAnimationObject*> buffer = _copyBuffer;
-    _copyBuffer.clear();
-    for (zeAnimationObject* object : buffer) {
-        if (object)
-            destroyObject(object);
-    }
-    updatePaste(false);
+    clearCopyBuffer(true);
 }
 
 void zeAnimationManager::setSceneRootNode(const osg::NodePtr& root)
@@ -216,6 +208,8 @@ void zeAnimationManager::unregisterObject(osg::UInt64 id)
     _objects.erase(id);
     if (_objectIndex->erase(id))
         ++_registryRemovals;
+    if (!_copyBufferLive.empty())
+        _copyBufferLive.erase(id);
 }
 
 void zeAnimationManager::unregisterPointer(zeAnimationObject* object)
@@ -611,6 +605,121 @@ zeAnimationField* zeAnimationManager::duplicateField(zeAnimationField* field)
     zeAnimationField* copy = new zeAnimationField(*field);
     registerField(copy);
     return copy;
+}
+
+// ---- Copy and paste ---------------------------------------------------------------------------
+
+zeAnimationObject* zeAnimationManager::bufferedObject(osg::UInt64 id) const
+{
+    return _copyBufferLive.count(id) ? getObject(id) : nullptr;
+}
+
+std::vector<zeAnimationObject*> zeAnimationManager::getCopyBuffer() const
+{
+    std::vector<zeAnimationObject*> objects;
+    for (osg::UInt64 id : _copyBuffer) {
+        if (zeAnimationObject* object = bufferedObject(id))
+            objects.push_back(object);
+    }
+    return objects;
+}
+
+// Empties the buffer before anything else happens, so that a host callback or a destructor
+// reached from the caller never sees objects that are on their way out.
+std::vector<zeAnimationObject*> zeAnimationManager::takeCopyBuffer()
+{
+    std::vector<zeAnimationObject*> objects = getCopyBuffer();
+    _copyBuffer.clear();
+    _copyBufferLive.clear();
+    return objects;
+}
+
+void zeAnimationManager::clearCopyBuffer(bool destroy)
+{
+    if (_copyBuffer.empty())
+        return;
+    std::vector<osg::UInt64> ids;
+    for (zeAnimationObject* object : takeCopyBuffer())
+        ids.push_back(object->getId());
+    if (destroy) {
+        // One buffered object may have been added below another meanwhile and gone with it.
+        for (osg::UInt64 id : ids) {
+            if (zeAnimationObject* object = getObject(id))
+                destroyObject(object);
+        }
+    }
+    updatePaste(false);
+}
+
+void zeAnimationManager::fillCopyBuffer(const std::vector<zeAnimationObject*>& duplicates)
+{
+    for (zeAnimationObject* duplicate : duplicates) {
+        // A duplicate keeps a link to its source's parent without being listed there; in the
+        // buffer it stands alone, so that once pasted it is a top-level object of its node.
+        duplicate->setParent(nullptr);
+        _copyBuffer.push_back(duplicate->getId());
+        _copyBufferLive.insert(duplicate->getId());
+    }
+    updatePaste(true);
+}
+
+bool zeAnimationManager::copy(zeAnimationObject* object)
+{
+    if (!object)
+        return false;
+    return copy(std::vector<zeAnimationObject*>(1, object));
+}
+
+bool zeAnimationManager::copy(const std::vector<zeAnimationObject*>& objects)
+{
+    // The duplicates are made before the old buffer goes, since the objects to copy may lie in
+    // it (or below an object in it).
+    std::vector<zeAnimationObject*> duplicates;
+    for (zeAnimationObject* object : objects) {
+        if (zeAnimationObject* duplicate = duplicateObject(object))
+            duplicates.push_back(duplicate);
+    }
+    std::vector<osg::UInt64> ids;
+    for (zeAnimationObject* duplicate : duplicates)
+        ids.push_back(duplicate->getId());
+    clearCopyBuffer(true);
+    // The paste callback may have destroyed some of them.
+    duplicates.clear();
+    for (osg::UInt64 id : ids) {
+        if (zeAnimationObject* duplicate = getObject(id))
+            duplicates.push_back(duplicate);
+    }
+    if (duplicates.empty())
+        return false;
+    fillCopyBuffer(duplicates);
+    return true;
+}
+
+bool zeAnimationManager::copy(const osg::NodePtr& node)
+{
+    if (node == osg::NullFC)
+        return false;
+    const std::vector<zeAnimationObject*> objects = zeAnimationUtils::getAnimationObjects(node);
+    return !objects.empty() && copy(objects);
+}
+
+bool zeAnimationManager::paste(const osg::NodePtr& node, bool force)
+{
+    if (node == osg::NullFC)
+        return false;
+    if (!force && !zeAnimationUtils::checkPasteTo(node, getCopyBuffer()))
+        return false;
+    if (_copyBuffer.empty())
+        return true;
+    // The node's own fields are made first, so that the objects animate this node and not the one
+    // they were copied from.
+    createAnimationFields(node);
+    for (zeAnimationObject* object : takeCopyBuffer()) {
+        zeAnimationUtils::changeObjectReferenceFields(object, node);
+        zeAnimationUtils::addAnimationObject(node, object);
+    }
+    updatePaste(false);
+    return true;
 }
 
 // ---- Destruction ------------------------------------------------------------------------------

@@ -158,6 +158,21 @@ public:
     zeAnimationSequence* duplicateSequence(zeAnimationSequence* sequence);
     zeAnimationField* duplicateField(zeAnimationField* field);
 
+    // ---- Copy and paste --------------------------------------------------------------------
+    // The copy buffer holds duplicates of the copied objects, standing alone (no parent) and
+    // bound to no node until pasted. Every change of its state is reported through the paste
+    // callback: false when a full buffer is emptied, true when it is filled. An object of the
+    // buffer that is destroyed meanwhile simply drops out of it.
+    bool copy(zeAnimationObject* object);
+    bool copy(const std::vector<zeAnimationObject*>& objects);
+    bool copy(const osg::NodePtr& node);
+    // Hands the buffered objects over to the node (made to animate its fields) and empties the
+    // buffer; without `force` only when they fit the node (zeAnimationUtils::checkPasteTo).
+    bool paste(const osg::NodePtr& node, bool force);
+    void clearCopyBuffer(bool destroy);
+    // The objects in the buffer, in order.
+    std::vector<zeAnimationObject*> getCopyBuffer() const;
+
     // ---- Destruction ----------------------------------------------------------------------
     void destroyObject(zeAnimationObject* object);
     void destroyPoint2D(zeControlPoint2D* point);
@@ -278,6 +293,11 @@ private:
     void walkScene(osg::Action::ResultE (*step)(osg::NodePtr&));
     void attachUnit(zeAnimationUnit* unit);
 
+    // Copy and paste.
+    zeAnimationObject* bufferedObject(osg::UInt64 id) const;
+    std::vector<zeAnimationObject*> takeCopyBuffer();
+    void fillCopyBuffer(const std::vector<zeAnimationObject*>& duplicates);
+
     osg::UInt64 _oldID;
     osg::UInt64 _newID;
     std::vector<std::string> _animationAttributes;
@@ -289,7 +309,11 @@ private:
     // a target can never leave a dangling pointer behind.
     std::map<osg::UInt64, std::pair<osg::UInt64, AnimationAction>> _objectConnections;
     std::map<osg::UInt64, ConnectionFunction> _functionConnections;
-    std::vector<zeAnimationObject*> _copyBuffer;
+    // The copy buffer holds identifiers. An identifier leaves _copyBufferLive when its object
+    // leaves the registry, so a destroyed buffered object is never resolved again, even should
+    // its identifier be given to another object later.
+    std::vector<osg::UInt64> _copyBuffer;
+    std::unordered_set<osg::UInt64> _copyBufferLive;
 
     // Index over _objects: lookups by identifier run on every hierarchy update and frame.
     std::unique_ptr<zeAnimationIdIndex<zeAnimationObject>> _objectIndex;

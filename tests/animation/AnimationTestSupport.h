@@ -32,6 +32,7 @@ protected:
     void clearPool()
     {
         zeAnimationManager::setSceneRootNode(osg::NullFC);
+        manager->clearCopyBuffer(false);
         for (const auto& entry : manager->getObjects()) {
             if (zeAnimationObject* object = manager->getObject(entry.first))
                 manager->destroyObject(object);
