@@ -722,6 +722,297 @@ bool zeAnimationManager::paste(const osg::NodePtr& node, bool force)
     return true;
 }
 
+// ---- Import of older scenes -------------------------------------------------------------------
+
+namespace {
+
+// Old clips and tracks nest; deeper nesting than the object operations can walk is not converted.
+const osg::UInt32 kMaxImportDepth = zeAnimationObject::MaxDepth;
+
+// Removes a node's old animation attachment.
+void removeOldAttachment(const osg::NodePtr& node, const osg::AnimationAttachmentPtr& old)
+{
+    osg::beginEditCP(node, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    node->subAttachment(old);
+    osg::endEditCP(node, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+}
+
+osg::Action::ResultE collectStep(osg::NodePtr& node)
+{
+    return zeAnimationManager::collectKORUAnimations(node);
+}
+
+} // namespace
+
+bool zeAnimationManager::firstImport(const osg::FieldContainerPtr& container)
+{
+    return _importSeen.insert(osg::getContainerId(container)).second;
+}
+
+void zeAnimationManager::importKORUAnimations(const osg::NodePtr& root, const osg::NodePtr& cameraNode,
+                                              osg::UInt32 nodeCount)
+{
+    if (root == osg::NullFC)
+        return;
+    _importSeen.clear();
+    _importDepth = 0;
+    osg::AnimationAttachmentPtr old = zeAnimationUtils::getOldAnimationAttachment(root);
+    if (old != osg::NullFC) {
+        // The attachment is held while it is read: a host callback reached from the conversion
+        // must not be able to release it under the loops.
+        osg::addRefCP(old);
+        for (const osg::AnimationClipPtr& clip :
+             std::vector<osg::AnimationClipPtr>(old->getClips().begin(), old->getClips().end()))
+            importClip(clip, nullptr);
+        // The root's own blocks animate the camera.
+        if (cameraNode != osg::NullFC) {
+            for (const osg::AnimationBlockPtr& oldBlock :
+                 std::vector<osg::AnimationBlockPtr>(old->getBlocks().begin(), old->getBlocks().end())) {
+                if (oldBlock == osg::NullFC || !firstImport(oldBlock))
+                    continue;
+                zeAnimationUnit* block = createUnit(oldBlock->getName(), 0);
+                for (const osg::AnimationCurvePtr& curve : std::vector<osg::AnimationCurvePtr>(
+                         oldBlock->getCurves().begin(), oldBlock->getCurves().end()))
+                    importCurve(curve, block, cameraNode);
+                block->setRepeating(oldBlock->getRepeating());
+                block->setMotionBlur(oldBlock->getMotionBlur());
+                block->setFlipped(oldBlock->getFlipped());
+                zeAnimationUtils::addAnimationObject(cameraNode, block);
+            }
+        } else {
+            std::printf("Error importing old camera animations! No perspective camera found!\n");
+            std::fflush(stdout);
+        }
+        removeOldAttachment(root, old);
+        osg::subRefCP(old);
+    }
+    _importNodeCount = nodeCount;
+    _nodeCounter = 0;
+    osg::traverse(root,
+                  osg::osgTypedFunctionFunctor1CPtrRef<osg::Action::ResultE, osg::NodePtr>(&collectStep));
+    _importSeen.clear();
+}
+
+osg::Action::ResultE zeAnimationManager::collectKORUAnimations(const osg::NodePtr& node)
+{
+    ++_nodeCounter;
+    // The share of the expected nodes visited so far, never beyond 100 (also when the host
+    // expects fewer nodes than the walk finds, or none).
+    const float percent = static_cast<float>(_nodeCounter) / (static_cast<float>(_importNodeCount) / 100.0f);
+    the()->setFileIOProgress(percent < 100.0f ? zeAnimationUtils::floatToInt(percent) : 100u);
+
+    osg::AnimationAttachmentPtr old = zeAnimationUtils::getOldAnimationAttachment(node);
+    if (old == osg::NullFC)
+        return osg::Action::Continue;
+    zeAnimationManager* manager = the();
+    osg::addRefCP(old);
+    zeAnimationUtils::createAnimationAttachment(node, true);
+    for (const osg::AnimationBlockPtr& oldBlock :
+         std::vector<osg::AnimationBlockPtr>(old->getBlocks().begin(), old->getBlocks().end())) {
+        if (zeAnimationUnit* block = manager->importBlock(oldBlock, nullptr))
+            zeAnimationUtils::addAnimationObject(node, block);
+    }
+    for (const osg::AnimationClipPtr& oldClip :
+         std::vector<osg::AnimationClipPtr>(old->getClips().begin(), old->getClips().end())) {
+        if (zeAnimationStrip* clip = manager->importClip(oldClip, nullptr))
+            zeAnimationUtils::addAnimationObject(node, clip);
+    }
+    removeOldAttachment(node, old);
+    osg::subRefCP(old);
+    return osg::Action::Continue;
+}
+
+zeAnimationStrip* zeAnimationManager::importClip(const osg::AnimationClipPtr& oldClip,
+                                                 zeAnimationStreak* parent)
+{
+    if (oldClip == osg::NullFC || _importDepth >= kMaxImportDepth || !firstImport(oldClip))
+        return nullptr;
+    ++_importDepth;
+    zeAnimationStrip* clip = createStrip(oldClip->getName(), 0);
+    for (const osg::AnimationBlockPtr& oldBlock :
+         std::vector<osg::AnimationBlockPtr>(oldClip->getBlocks().begin(), oldClip->getBlocks().end())) {
+        if (zeAnimationUnit* block = importBlock(oldBlock, nullptr))
+            clip->addObject(block);
+    }
+    for (const osg::AnimationClipPtr& oldNested :
+         std::vector<osg::AnimationClipPtr>(oldClip->getClips().begin(), oldClip->getClips().end())) {
+        if (zeAnimationStrip* nested = importClip(oldNested, nullptr))
+            clip->addObject(nested);
+    }
+    for (const osg::AnimationTrackPtr& oldTrack :
+         std::vector<osg::AnimationTrackPtr>(oldClip->getTracks().begin(), oldClip->getTracks().end()))
+        importTrack(oldTrack, clip);
+    clip->setFlipped(oldClip->getFlipped());
+    clip->setRepeating(oldClip->getRepeating());
+    clip->setMotionBlur(oldClip->getMotionBlur());
+    if (parent)
+        parent->addObject(clip);
+    --_importDepth;
+    return clip;
+}
+
+zeAnimationStreak* zeAnimationManager::importTrack(const osg::AnimationTrackPtr& oldTrack,
+                                                   zeAnimationStrip* parent)
+{
+    if (oldTrack == osg::NullFC || _importDepth >= kMaxImportDepth || !firstImport(oldTrack))
+        return nullptr;
+    ++_importDepth;
+    zeAnimationStreak* track = createStreak(0);
+    for (const osg::AnimationBlockPtr& oldBlock :
+         std::vector<osg::AnimationBlockPtr>(oldTrack->getBlocks().begin(), oldTrack->getBlocks().end()))
+        importBlock(oldBlock, track);
+    for (const osg::AnimationBlockPtr& oldBlock : std::vector<osg::AnimationBlockPtr>(
+             oldTrack->getSequences().begin(), oldTrack->getSequences().end()))
+        importSequence(oldBlock, track);
+    for (const osg::AnimationClipPtr& oldClip :
+         std::vector<osg::AnimationClipPtr>(oldTrack->getClips().begin(), oldTrack->getClips().end()))
+        importClip(oldClip, track);
+    if (parent)
+        parent->addObject(track);
+    --_importDepth;
+    return track;
+}
+
+zeAnimationUnit* zeAnimationManager::importBlock(const osg::AnimationBlockPtr& oldBlock,
+                                                 zeAnimationStreak* parent)
+{
+    if (oldBlock == osg::NullFC || !firstImport(oldBlock))
+        return nullptr;
+    zeAnimationUnit* block = createUnit(oldBlock->getName(), 0);
+    const osg::NodePtr node = oldBlock->getNode();
+    for (const osg::AnimationCurvePtr& oldCurve :
+         std::vector<osg::AnimationCurvePtr>(oldBlock->getCurves().begin(), oldBlock->getCurves().end()))
+        importCurve(oldCurve, block, node);
+    // A block none of whose curves could be converted still belongs to its old node.
+    if (block->getParentOSGNodeId() == 0)
+        block->setParentOSGNode(node);
+    block->setRepeating(oldBlock->getRepeating());
+    block->setMotionBlur(oldBlock->getMotionBlur());
+    block->setFlipped(oldBlock->getFlipped());
+    if (parent)
+        parent->addObject(block);
+    return block;
+}
+
+zeAnimationSequence* zeAnimationManager::importSequence(const osg::AnimationBlockPtr& oldBlock,
+                                                        zeAnimationStreak* parent)
+{
+    if (oldBlock == osg::NullFC)
+        return nullptr;
+    zeAnimationSequence* sequence = createSequence(oldBlock->getName(), 0);
+    sequence->setBegin(oldBlock->getStart());
+    sequence->setEnd(oldBlock->getEnd());
+    if (parent)
+        parent->addObject(sequence);
+    return sequence;
+}
+
+zeAnimationCurve2D* zeAnimationManager::importCurve(const osg::AnimationCurvePtr& oldCurve,
+                                                    zeAnimationUnit* block, osg::NodePtr node)
+{
+    if (!block || oldCurve == osg::NullFC)
+        return nullptr;
+    // The node the old curve names, else the node its old block animates, else the node the new
+    // block is bound to by an earlier curve.
+    osg::NodePtr animated = oldCurve->getAFAppNode();
+    if (animated == osg::NullFC)
+        animated = oldCurve->getAFAppropriateNode();
+    if (animated == osg::NullFC)
+        animated = node;
+    if (animated == osg::NullFC)
+        animated = block->getParentOSGNode();
+    if (animated == osg::NullFC)
+        return nullptr;
+    const std::string name =
+        oldCurve->getAFFieldName().empty() ? oldCurve->getAFAttribute() : oldCurve->getAFFieldName();
+    std::string curveName = name;
+    zeAnimationField* field = getField(animated, name);
+    if (!field) {
+        // Some old curves name the scene field ("translation") and its component apart; the
+        // curve is then named by the attribute it animates.
+        for (zeAnimationField* candidate : zeAnimationUtils::getAnimationFields(animated)) {
+            if (!field && candidate->name == name && candidate->valuePos == oldCurve->getAFValuePosition())
+                field = candidate;
+        }
+        if (!field)
+            return nullptr;
+        curveName = field->attribute;
+    }
+    zeAnimationCurve2D* curve = createCurve2D(field, curveName, 0, false);
+    // All keys go in at once and their handles are placed afterwards: the same keys and handles
+    // as adding them one by one (each key's handles follow from its final neighbours, the last
+    // key given at an x wins), without updating the curve once per key.
+    std::vector<zeControlPoint2D*> points;
+    points.reserve(oldCurve->getControlPoints().size());
+    for (const osg::AnimationControlPointPtr& oldPoint : std::vector<osg::AnimationControlPointPtr>(
+             oldCurve->getControlPoints().begin(), oldCurve->getControlPoints().end())) {
+        if (zeControlPoint2D* point = importPoint(oldPoint, nullptr))
+            points.push_back(point);
+    }
+    if (!points.empty()) {
+        curve->setPoints(points);
+        for (zeControlPoint2D* key : curve->keys())
+            curve->recomputeTangents(key);
+    }
+    block->addObject(curve);
+    return curve;
+}
+
+zeControlPoint2D* zeAnimationManager::importPoint(const osg::AnimationControlPointPtr& oldPoint,
+                                                  zeAnimationCurve2D* curve)
+{
+    if (oldPoint == osg::NullFC)
+        return nullptr;
+    const osg::Pnt2f& position = oldPoint->getPosition();
+    zeControlPoint2D* point = createPoint2D(position[0], position[1], 0);
+    // Handles are taken over only when the old point has them; otherwise they stay on the key
+    // until the tangent type's rule places them (a free key keeps them there).
+    if (oldPoint->getHasTangents()) {
+        const osg::Pnt2f& in = oldPoint->getInTangent();
+        const osg::Pnt2f& out = oldPoint->getOutTangent();
+        point->setInTangent(osg::Vec2f(in[0], in[1]));
+        point->setOutTangent(osg::Vec2f(out[0], out[1]));
+    }
+    point->setTangentType(zeAnimationUtils::convertTangentType(oldPoint->getTangentType()));
+    if (curve)
+        curve->addObject(point);
+    return point;
+}
+
+// ---- Interchange curves -----------------------------------------------------------------------
+
+zeAnimationCurve2D* zeAnimationManager::createCurve2D(const osg::NodePtr& node, std::string attribute,
+                                                      const std::vector<zeControlPoint2D*>& points,
+                                                      osg::UInt64 id, bool attach)
+{
+    if (node == osg::NullFC)
+        return nullptr;
+    createAnimationFields(node);
+    static const char* const channels[][2] = {
+        {"Fov", "fieldOfView"},          {"TransformTX", "translationX"}, {"TransformTY", "translationY"},
+        {"TransformTZ", "translationZ"}, {"TransformRX", "rotationX"},    {"TransformRY", "rotationY"},
+        {"TransformRZ", "rotationZ"},    {"TransformSX", "scaleX"},       {"TransformSY", "scaleY"},
+        {"TransformSZ", "scaleZ"}};
+    const char* fieldAttribute = nullptr;
+    for (const auto& channel : channels) {
+        if (attribute == channel[0])
+            fieldAttribute = channel[1];
+    }
+    if (!fieldAttribute) {
+        std::printf("zeAnimationManager::importKWXCurve failed! Could not recognize attribute %s!\n",
+                    attribute.c_str());
+        std::fflush(stdout);
+        return nullptr;
+    }
+    zeAnimationField* field = getField(node, fieldAttribute);
+    if (!field)
+        return nullptr;
+    // An identifier already in use would leave the curve unregistered; it gets a fresh one.
+    zeAnimationCurve2D* curve = createCurve2D(field, fieldAttribute, isIDUnique(id) ? id : 0, attach);
+    curve->setPoints(points);
+    return curve;
+}
+
 // ---- Destruction ------------------------------------------------------------------------------
 
 void zeAnimationManager::attachUnit(zeAnimationUnit* unit)

@@ -7,7 +7,11 @@
 #include <OpenSG/OSGBaseTypes.h>
 #include <OpenSG/OSGNode.h>
 #include <OpenSG/OSGVector.h>
+#include <zeOpenSGExt/OSGAnimationBlock.h>
+#include <zeOpenSGExt/OSGAnimationClip.h>
+#include <zeOpenSGExt/OSGAnimationControlPoint.h>
 #include <zeOpenSGExt/OSGAnimationCurve.h>
+#include <zeOpenSGExt/OSGAnimationTrack.h>
 
 #include <QDomDocument>
 #include <QDomElement>
@@ -173,6 +177,22 @@ public:
     // The objects in the buffer, in order.
     std::vector<zeAnimationObject*> getCopyBuffer() const;
 
+    // ---- Import of older scenes -------------------------------------------------------------
+    // Converts the animation containers of older scenes below `root` into objects of the pool,
+    // binds them to the nodes they animate and removes the old attachments. The root's own old
+    // blocks animate the camera and go to `cameraNode`. Progress (0 to 100) goes to the file
+    // progress callback, counting every node of the walk, the root included, against `nodeCount`.
+    void importKORUAnimations(const osg::NodePtr& root, const osg::NodePtr& cameraNode,
+                              osg::UInt32 nodeCount);
+    // The step of that walk for one node.
+    static osg::Action::ResultE collectKORUAnimations(const osg::NodePtr& node);
+    // A curve from the host's interchange importer: "Fov", "TransformTX"... "TransformSZ" name
+    // the node's field, the points become its keys as given. Null, with a message for an
+    // attribute that is not one of these, when the node has no such field.
+    zeAnimationCurve2D* createCurve2D(const osg::NodePtr& node, std::string attribute,
+                                      const std::vector<zeControlPoint2D*>& points, osg::UInt64 id,
+                                      bool attach);
+
     // ---- Destruction ----------------------------------------------------------------------
     void destroyObject(zeAnimationObject* object);
     void destroyPoint2D(zeControlPoint2D* point);
@@ -298,6 +318,19 @@ private:
     std::vector<zeAnimationObject*> takeCopyBuffer();
     void fillCopyBuffer(const std::vector<zeAnimationObject*>& duplicates);
 
+    // Import of older scenes: each converter returns the new object, or null when there is
+    // nothing to convert.
+    zeAnimationStrip* importClip(const osg::AnimationClipPtr& clip, zeAnimationStreak* parent);
+    zeAnimationStreak* importTrack(const osg::AnimationTrackPtr& track, zeAnimationStrip* parent);
+    zeAnimationUnit* importBlock(const osg::AnimationBlockPtr& block, zeAnimationStreak* parent);
+    zeAnimationSequence* importSequence(const osg::AnimationBlockPtr& block, zeAnimationStreak* parent);
+    zeAnimationCurve2D* importCurve(const osg::AnimationCurvePtr& curve, zeAnimationUnit* block,
+                                    osg::NodePtr node);
+    zeControlPoint2D* importPoint(const osg::AnimationControlPointPtr& point, zeAnimationCurve2D* curve);
+    // False when the old container was converted before in this import (it may be listed twice,
+    // or contain itself); otherwise it is marked as converted.
+    bool firstImport(const osg::FieldContainerPtr& container);
+
     osg::UInt64 _oldID;
     osg::UInt64 _newID;
     std::vector<std::string> _animationAttributes;
@@ -314,6 +347,9 @@ private:
     // its identifier be given to another object later.
     std::vector<osg::UInt64> _copyBuffer;
     std::unordered_set<osg::UInt64> _copyBufferLive;
+    // While an import runs: the old containers converted so far, and how deep it is nested.
+    std::unordered_set<osg::UInt32> _importSeen;
+    osg::UInt32 _importDepth = 0;
 
     // Index over _objects: lookups by identifier run on every hierarchy update and frame.
     std::unique_ptr<zeAnimationIdIndex<zeAnimationObject>> _objectIndex;

@@ -1,4 +1,5 @@
-// Copy and paste through the manager's copy buffer.
+// Copy and paste through the manager's copy buffer, the import of the animation containers of
+// older scenes, and curves from the interchange importer.
 #include "AnimationTestSupport.h"
 
 #include <zeAnimation/zeAnimationCurve2D.h>
@@ -209,6 +210,323 @@ TEST_F(CopyPasteTest, DestroyedCopiesDropOutOfTheBuffer)
     EXPECT_EQ(manager->getObject(bufferedId), nullptr);
     ASSERT_EQ(manager->getCopyBuffer().size(), 1u);
     EXPECT_EQ(manager->getCopyBuffer()[0]->getCurves().size(), 1u);
+}
+
+// ---- Import of older scenes ---------------------------------------------------------------------
+
+class ImportTest : public SceneTest
+{
+protected:
+    osg::AnimationControlPointPtr oldPoint(float x, float y, osg::UInt32 tangentType = 2)
+    {
+        osg::AnimationControlPointPtr point = osg::AnimationControlPoint::create();
+        point->setPosition(osg::Pnt2f(x, y));
+        point->setTangentType(tangentType);
+        return point;
+    }
+
+    osg::AnimationCurvePtr oldCurve(const NodePtr& node, const std::string& fieldName,
+                                    std::initializer_list<osg::AnimationControlPointPtr> points = {})
+    {
+        osg::AnimationCurvePtr curve = osg::AnimationCurve::create();
+        curve->setAFAppNode(node);
+        curve->setAFFieldName(fieldName);
+        for (const osg::AnimationControlPointPtr& point : points)
+            curve->pushToControlPoints(point);
+        return curve;
+    }
+
+    osg::AnimationBlockPtr oldBlock(const std::string& name, const NodePtr& node,
+                                    std::initializer_list<osg::AnimationCurvePtr> curves)
+    {
+        osg::AnimationBlockPtr block = osg::AnimationBlock::create();
+        block->setName(name);
+        block->setNode(node);
+        for (const osg::AnimationCurvePtr& curve : curves)
+            block->pushToCurves(curve);
+        return block;
+    }
+
+    osg::AnimationAttachmentPtr oldAttachment(const NodePtr& node)
+    {
+        osg::AnimationAttachmentPtr old = osg::AnimationAttachment::create();
+        node->addAttachment(old);
+        return old;
+    }
+
+    template <class T>
+    T* named(const std::string& name, osg::UInt32 typeId)
+    {
+        zeAnimationObject* object = manager->getObject(name);
+        return object && object->getTypeID() == typeId ? static_cast<T*>(object) : nullptr;
+    }
+
+    bool anyOldAttachment()
+    {
+        for (const NodePtr& node : {root, boxA, boxB, lamp, camera}) {
+            if (zeAnimationUtils::getOldAnimationAttachment(node) != NullFC)
+                return true;
+        }
+        return false;
+    }
+
+    static osg::UInt64 fieldOf(const zeAnimationUnit* block, std::size_t curve = 0)
+    {
+        return block->getCurves().at(curve)->getAnimationFieldId();
+    }
+};
+
+TEST_F(ImportTest, EveryOldContainerBecomesAnObjectBoundToItsNode)
+{
+    // The root: a clip of a block, a nested clip and a track (block and sequence entry), and a
+    // block that animates the camera.
+    osg::AnimationClipPtr intro = osg::AnimationClip::create();
+    intro->setName("intro");
+    intro->setFlipped(true);
+    intro->setRepeating(true);
+    intro->setMotionBlur(true);
+    intro->pushToBlocks(
+        oldBlock("lift", boxA, {oldCurve(boxA, "translationY", {oldPoint(0, 0), oldPoint(5, 1)})}));
+    osg::AnimationClipPtr inner = osg::AnimationClip::create();
+    inner->setName("inner");
+    intro->pushToClips(inner);
+    osg::AnimationTrackPtr track = osg::AnimationTrack::create();
+    track->pushToBlocks(
+        oldBlock("grow", boxB, {oldCurve(boxB, "scaleX", {oldPoint(20, 1), oldPoint(30, 2)})}));
+    osg::AnimationBlockPtr countdown = oldBlock("countdown", NodePtr(), {});
+    countdown->setStart(5.0f);
+    countdown->setEnd(15.0f);
+    track->pushToSequences(countdown);
+    intro->pushToTracks(track);
+    osg::AnimationAttachmentPtr rootOld = oldAttachment(root);
+    rootOld->pushToClips(intro);
+    rootOld->pushToBlocks(oldBlock("dolly", NodePtr(), {oldCurve(NodePtr(), "fromZ", {oldPoint(0, 10)})}));
+
+    // A node's own blocks and clips; the first key carries its handles, the second has none.
+    osg::AnimationControlPointPtr free = oldPoint(0, 0, 6);
+    free->setHasTangents(true);
+    free->setInTangent(osg::Pnt2f(-1, 0));
+    free->setOutTangent(osg::Pnt2f(2, 1));
+    osg::AnimationBlockPtr walk =
+        oldBlock("walk", boxA, {oldCurve(boxA, "translationX", {free, oldPoint(10, 5, 3)})});
+    walk->setRepeating(true);
+    walk->setFlipped(true);
+    oldAttachment(boxA)->pushToBlocks(walk);
+    osg::AnimationClipPtr glow = osg::AnimationClip::create();
+    glow->setName("glow");
+    oldAttachment(lamp)->pushToClips(glow);
+
+    manager->importKORUAnimations(root, camera, 5);
+
+    zeAnimationStrip* clip = named<zeAnimationStrip>("intro", 5);
+    ASSERT_NE(clip, nullptr);
+    EXPECT_TRUE(clip->isFlipped());
+    EXPECT_TRUE(clip->isRepeating());
+    EXPECT_TRUE(clip->getMotionBlur());
+    EXPECT_EQ(clip->getStreakAmount(), 3u); // one track each for the block and the nested clip
+    zeAnimationUnit* lift = named<zeAnimationUnit>("lift", 3);
+    ASSERT_NE(lift, nullptr);
+    EXPECT_EQ(fieldOf(lift), manager->getField(boxA, "translationY")->getId());
+    EXPECT_TRUE(lift->isRepeating()); // the clip's flags reach down
+    ASSERT_NE(named<zeAnimationStrip>("inner", 5), nullptr);
+    zeAnimationStreak* oldTrack = clip->getStreak(2);
+    ASSERT_NE(oldTrack, nullptr);
+    EXPECT_EQ(oldTrack->getName(), "Track");
+    ASSERT_EQ(oldTrack->getUnits().size(), 1u);
+    EXPECT_EQ(fieldOf(oldTrack->getUnits()[0]), manager->getField(boxB, "scaleX")->getId());
+    ASSERT_EQ(oldTrack->getSequences().size(), 1u);
+    zeAnimationSequence* sequence = oldTrack->getSequences()[0];
+    EXPECT_EQ(sequence->getName(), "countdown");
+    EXPECT_EQ(sequence->getBegin(), 5.0f);
+    EXPECT_EQ(sequence->getEnd(), 15.0f);
+    EXPECT_EQ(manager->getSequence(sequence->getId()), sequence);
+    EXPECT_EQ(clip->getSequenceIds().count(sequence->getId()), 1u);
+
+    zeAnimationUnit* dolly = named<zeAnimationUnit>("dolly", 3);
+    ASSERT_NE(dolly, nullptr);
+    EXPECT_EQ(listed(camera), std::vector<osg::UInt64>{dolly->getId()});
+    EXPECT_EQ(fieldOf(dolly), manager->getField(camera, "fromZ")->getId());
+
+    zeAnimationUnit* walked = named<zeAnimationUnit>("walk", 3);
+    ASSERT_NE(walked, nullptr);
+    EXPECT_EQ(listed(boxA), std::vector<osg::UInt64>{walked->getId()});
+    EXPECT_TRUE(walked->isRepeating());
+    EXPECT_TRUE(walked->isFlipped());
+    EXPECT_FALSE(walked->getMotionBlur());
+    const zeAnimationCurve2D::PointMap keys = walked->getCurves()[0]->getPoints();
+    ASSERT_EQ(keys.size(), 2u);
+    zeControlPoint2D* first = keys.begin()->second;
+    EXPECT_EQ(first->getTangentType(), zeControlPoint2D::TangentFree);
+    EXPECT_EQ(first->getInTangent(), osg::Vec2f(-1, 0));
+    EXPECT_EQ(first->getOutTangent(), osg::Vec2f(2, 1));
+    zeControlPoint2D* last = keys.rbegin()->second;
+    EXPECT_EQ(last->getPosition(), osg::Pnt2f(10, 5));
+    EXPECT_EQ(last->getTangentType(), zeControlPoint2D::TangentSmooth);
+    EXPECT_NE(last->getInTangent(), osg::Vec2f(10, 5)); // placed by its rule
+
+    zeAnimationStrip* lampClip = named<zeAnimationStrip>("glow", 5);
+    ASSERT_NE(lampClip, nullptr);
+    EXPECT_EQ(listed(lamp), std::vector<osg::UInt64>{lampClip->getId()});
+    EXPECT_TRUE(listed(root).empty()); // the root's clips stand on their own
+
+    EXPECT_FALSE(anyOldAttachment());
+    EXPECT_EQ(progressCalls, (std::vector<unsigned>{20, 40, 60, 80, 100}));
+}
+
+TEST_F(ImportTest, WithoutARootAttachmentOrACameraTheRestIsStillImported)
+{
+    oldAttachment(boxA)->pushToBlocks(
+        oldBlock("walk", boxA, {oldCurve(boxA, "translationX", {oldPoint(0, 0)})}));
+    testing::internal::CaptureStdout();
+    manager->importKORUAnimations(root, NodePtr(), 10);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_NE(named<zeAnimationUnit>("walk", 3), nullptr);
+    EXPECT_EQ(progressCalls, (std::vector<unsigned>{10, 20, 30, 40, 50}));
+
+    // Without a camera the root's blocks are skipped, with one message.
+    osg::AnimationAttachmentPtr rootOld = oldAttachment(root);
+    rootOld->pushToBlocks(oldBlock("dolly", NodePtr(), {oldCurve(NodePtr(), "fromZ", {oldPoint(0, 10)})}));
+    rootOld->pushToBlocks(oldBlock("pan", NodePtr(), {}));
+    osg::AnimationClipPtr intro = osg::AnimationClip::create();
+    intro->setName("intro");
+    rootOld->pushToClips(intro);
+    oldAttachment(boxB)->pushToBlocks(oldBlock("grow", boxB, {oldCurve(boxB, "scaleX", {oldPoint(0, 1)})}));
+    progressCalls.clear();
+    testing::internal::CaptureStdout();
+    manager->importKORUAnimations(root, NodePtr(), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Error importing old camera animations! No perspective camera found!\n");
+    EXPECT_EQ(manager->getObject("dolly"), nullptr);
+    EXPECT_NE(named<zeAnimationStrip>("intro", 5), nullptr);
+    EXPECT_NE(named<zeAnimationUnit>("grow", 3), nullptr);
+    EXPECT_FALSE(anyOldAttachment());
+    // With no expected node count every node reports that the work is done.
+    EXPECT_EQ(progressCalls, std::vector<unsigned>(5, 100));
+
+    manager->importKORUAnimations(NodePtr(), camera, 1);
+    EXPECT_EQ(progressCalls.size(), 5u);
+}
+
+TEST_F(ImportTest, APartlyConvertibleSceneImportsAsFarAsPossible)
+{
+    NodePtr coreless = add(NullFC, root);
+    // Curves naming no field of their node are dropped, with their block kept; a curve finds its
+    // node through the appropriate node or its block, and its field through the attribute or the
+    // scene field's name and component.
+    osg::AnimationCurvePtr byAppropriate = oldCurve(NodePtr(), "scaleZ", {oldPoint(0, 1)});
+    byAppropriate->setAFAppropriateNode(boxB);
+    osg::AnimationCurvePtr byAttribute = oldCurve(NodePtr(), "", {oldPoint(0, 2)});
+    byAttribute->setAFAttribute("scaleY");
+    osg::AnimationCurvePtr bySceneField = oldCurve(NodePtr(), "translation", {oldPoint(0, 3)});
+    bySceneField->setAFValuePosition(2);
+    osg::AnimationBlockPtr mixed = oldBlock("mixed", boxA,
+                                            {oldCurve(boxA, "wobble", {oldPoint(0, 0)}), byAppropriate,
+                                             byAttribute, bySceneField, oldCurve(lamp, "scaleX")});
+    mixed->getCurves().push_back(osg::AnimationCurvePtr()); // a missing child
+    osg::AnimationAttachmentPtr boxOld = oldAttachment(boxA);
+    boxOld->pushToBlocks(mixed);
+    boxOld->pushToBlocks(oldBlock("lost", NodePtr(), {oldCurve(NodePtr(), "translationX")}));
+    boxOld->getClips().push_back(osg::AnimationClipPtr());
+    oldAttachment(coreless)->pushToBlocks(oldBlock("blink", coreless, {oldCurve(coreless, "visible")}));
+
+    // A clip that contains itself, and a block listed twice.
+    osg::AnimationClipPtr loop = osg::AnimationClip::create();
+    loop->setName("loop");
+    loop->pushToClips(loop);
+    osg::AnimationTrackPtr track = osg::AnimationTrack::create();
+    osg::AnimationBlockPtr twice = oldBlock("twice", boxB, {oldCurve(boxB, "translationZ")});
+    track->pushToBlocks(twice);
+    track->pushToBlocks(twice);
+    loop->pushToTracks(track);
+    oldAttachment(boxB)->pushToClips(loop);
+    osg::addRefCP(loop);
+
+    manager->importKORUAnimations(root, camera, 6);
+    loop->removeFromClips(loop);
+    osg::subRefCP(loop);
+
+    zeAnimationUnit* block = named<zeAnimationUnit>("mixed", 3);
+    ASSERT_NE(block, nullptr);
+    ASSERT_EQ(block->getCurves().size(), 3u);
+    std::vector<osg::UInt64> fields;
+    for (zeAnimationCurve2D* curve : block->getCurves())
+        fields.push_back(curve->getAnimationFieldId());
+    std::sort(fields.begin(), fields.end());
+    std::vector<osg::UInt64> expected{manager->getField(boxB, "scaleZ")->getId(),
+                                      manager->getField(boxA, "scaleY")->getId(),
+                                      manager->getField(boxA, "translationZ")->getId()};
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(fields, expected);
+    zeAnimationUnit* lost = named<zeAnimationUnit>("lost", 3);
+    ASSERT_NE(lost, nullptr);
+    EXPECT_TRUE(lost->isEmpty());
+    zeAnimationUnit* blink = named<zeAnimationUnit>("blink", 3);
+    ASSERT_NE(blink, nullptr);
+    EXPECT_EQ(blink->getParentOSGNode(), coreless);
+    EXPECT_EQ(blink->getCurves().size(), 1u);
+
+    zeAnimationStrip* clip = named<zeAnimationStrip>("loop", 5);
+    ASSERT_NE(clip, nullptr);
+    EXPECT_EQ(clip->getStreakAmount(), 1u);
+    EXPECT_EQ(clip->getUnits().size(), 1u);
+    EXPECT_EQ(listed(boxB), std::vector<osg::UInt64>{clip->getId()});
+    EXPECT_FALSE(anyOldAttachment());
+    EXPECT_EQ(zeAnimationUtils::getOldAnimationAttachment(coreless), NullFC);
+}
+
+TEST_F(ImportTest, NestingDeeperThanObjectsCanBeWalkedIsCutOff)
+{
+    osg::AnimationClipPtr top = osg::AnimationClip::create();
+    osg::AnimationClipPtr current = top;
+    for (int i = 0; i < zeAnimationObject::MaxDepth + 50; ++i) {
+        osg::AnimationClipPtr nested = osg::AnimationClip::create();
+        current->pushToClips(nested);
+        current = nested;
+    }
+    oldAttachment(boxA)->pushToClips(top);
+    manager->importKORUAnimations(root, camera, 5);
+    EXPECT_EQ(manager->getSceneStrips().size(), 1u);
+    std::size_t strips = 0;
+    for (const auto& entry : manager->getObjects())
+        strips += entry.second->getTypeID() == 5 ? 1 : 0;
+    EXPECT_EQ(strips, static_cast<std::size_t>(zeAnimationObject::MaxDepth));
+}
+
+// ---- Interchange curves -------------------------------------------------------------------------
+
+TEST_F(ImportTest, InterchangeCurvesMatchTheirChannelNamesExactly)
+{
+    const char* const channels[][2] = {
+        {"TransformTX", "translationX"}, {"TransformTY", "translationY"}, {"TransformTZ", "translationZ"},
+        {"TransformRX", "rotationX"},    {"TransformRY", "rotationY"},    {"TransformRZ", "rotationZ"},
+        {"TransformSX", "scaleX"},       {"TransformSY", "scaleY"},       {"TransformSZ", "scaleZ"}};
+    for (const auto& channel : channels) {
+        zeAnimationCurve2D* curve = manager->createCurve2D(boxA, channel[0], {}, 0, false);
+        ASSERT_NE(curve, nullptr) << channel[0];
+        EXPECT_EQ(curve->getAnimationFieldId(), manager->getField(boxA, channel[1])->getId());
+    }
+    std::vector<zeControlPoint2D*> points{manager->createPoint2D(10, 3), manager->createPoint2D(0, 1)};
+    zeAnimationCurve2D* fov = manager->createCurve2D(camera, "Fov", points, 0, true);
+    ASSERT_NE(fov, nullptr);
+    EXPECT_EQ(fov->getAnimationFieldId(), manager->getField(camera, "fieldOfView")->getId());
+    EXPECT_EQ(fov->getPoints().size(), 2u);
+    EXPECT_EQ(fov->getBegin(), 0.0f);
+    EXPECT_EQ(listed(camera), std::vector<osg::UInt64>{fov->getId()});
+
+    for (const char* wrong : {"fov", "Fov ", "TransformT", "TransformTXY", "transformTX"}) {
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(manager->createCurve2D(boxA, wrong, {}, 0, false), nullptr);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  std::string("zeAnimationManager::importKWXCurve failed! Could not recognize attribute ") +
+                      wrong + "!\n");
+    }
+    EXPECT_EQ(manager->createCurve2D(lamp, "Fov", {}, 0, false), nullptr); // no such field
+    EXPECT_EQ(manager->createCurve2D(NodePtr(), "Fov", {}, 0, false), nullptr);
+    // An identifier that is free is used, one in use is not.
+    EXPECT_EQ(manager->createCurve2D(boxB, "TransformSX", {}, 4242, false)->getId(), 4242u);
+    zeAnimationCurve2D* second = manager->createCurve2D(boxB, "TransformSY", {}, 4242, false);
+    EXPECT_NE(second->getId(), 4242u);
+    EXPECT_EQ(manager->getObject(second->getId()), second);
 }
 
 } // namespace
