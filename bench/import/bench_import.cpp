@@ -1,0 +1,106 @@
+// Import of an older scene holding 100,000 old keys: in one curve, and spread over 1,000 blocks
+// of 100 keys on 100 nodes. The time covers the whole import (conversion, field creation,
+// attachment edits and the removal of the old containers), not the building of the old scene.
+#include <zeAnimation/zeAnimationManager.h>
+
+#include <OpenSG/OSGBaseFunctions.h>
+#include <OpenSG/OSGGroup.h>
+#include <zeOpenSGExt/OSGAnimationAttachment.h>
+#include <zeOpenSGExt/OSGAnimationBlock.h>
+#include <zeOpenSGExt/OSGAnimationControlPoint.h>
+#include <zeOpenSGExt/OSGAnimationCurve.h>
+#include <zeOpenSGExt/OSGTransform3D.h>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+zeAnimationManager* manager()
+{
+    return zeAnimationManager::the();
+}
+
+const int kKeys = 100000;
+
+// A scene of `nodes` Transform3D nodes below a group, each with `blocksPerNode` old blocks of
+// one translation curve with `keysPerCurve` keys.
+osg::NodePtr makeOldScene(int nodes, int blocksPerNode, int keysPerCurve)
+{
+    osg::NodePtr root = osg::Node::create();
+    root->setCore(osg::Group::create());
+    osg::addRefCP(root);
+    for (int n = 0; n < nodes; ++n) {
+        osg::NodePtr node = osg::Node::create();
+        node->setCore(osg::Transform3D::create());
+        root->addChild(node);
+        osg::AnimationAttachmentPtr old = osg::AnimationAttachment::create();
+        for (int b = 0; b < blocksPerNode; ++b) {
+            osg::AnimationCurvePtr curve = osg::AnimationCurve::create();
+            curve->setAFAppNode(node);
+            curve->setAFFieldName("translationX");
+            for (int k = 0; k < keysPerCurve; ++k) {
+                osg::AnimationControlPointPtr point = osg::AnimationControlPoint::create();
+                point->setPosition(osg::Pnt2f(static_cast<float>(k), static_cast<float>(k % 7)));
+                point->setTangentType(3); // smooth: every key's handles are computed
+                curve->pushToControlPoints(point);
+            }
+            osg::AnimationBlockPtr block = osg::AnimationBlock::create();
+            block->setNode(node);
+            block->pushToCurves(curve);
+            old->pushToBlocks(block);
+        }
+        node->addAttachment(old);
+    }
+    return root;
+}
+
+void clearPool()
+{
+    // Whole trees at once; the rule of destroyAllObjects keeps one object, which goes after.
+    manager()->destroyAllObjects(true);
+    for (const auto& entry : manager()->getObjects()) {
+        if (zeAnimationObject* object = manager()->getObject(entry.first))
+            manager()->destroyObject(object);
+    }
+    manager()->destroyAllFields();
+}
+
+void runImport(benchmark::State& state, int nodes, int blocksPerNode, int keysPerCurve)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        osg::NodePtr root = makeOldScene(nodes, blocksPerNode, keysPerCurve);
+        state.ResumeTiming();
+        manager()->importKORUAnimations(root, osg::NullFC, static_cast<osg::UInt32>(nodes + 1));
+        state.PauseTiming();
+        state.counters["objects"] = static_cast<double>(manager()->getObjectCount());
+        osg::subRefCP(root);
+        clearPool();
+        state.ResumeTiming();
+    }
+}
+
+void BM_ImportOneCurve(benchmark::State& state)
+{
+    runImport(state, 1, 1, kKeys);
+}
+BENCHMARK(BM_ImportOneCurve)->Unit(benchmark::kMillisecond);
+
+void BM_ImportManyBlocks(benchmark::State& state)
+{
+    runImport(state, 100, 10, kKeys / 1000);
+}
+BENCHMARK(BM_ImportManyBlocks)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    osg::osgInit(0, nullptr);
+    manager()->random(12345);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    osg::osgExit();
+    return 0;
+}
