@@ -777,6 +777,8 @@ void zeAnimationManager::importKORUAnimations(const osg::NodePtr& root, const os
                 block->setRepeating(oldBlock->getRepeating());
                 block->setMotionBlur(oldBlock->getMotionBlur());
                 block->setFlipped(oldBlock->getFlipped());
+                if (block->getParentOSGNodeId() == 0)
+                    block->setParentOSGNode(cameraNode);
                 zeAnimationUtils::addAnimationObject(cameraNode, block);
             }
         } else {
@@ -1009,7 +1011,8 @@ zeAnimationCurve2D* zeAnimationManager::createCurve2D(const osg::NodePtr& node, 
         return nullptr;
     // An identifier already in use would leave the curve unregistered; it gets a fresh one.
     zeAnimationCurve2D* curve = createCurve2D(field, fieldAttribute, isIDUnique(id) ? id : 0, attach);
-    curve->setPoints(points);
+    if (!points.empty())
+        curve->setPoints(points);
     return curve;
 }
 
