@@ -474,23 +474,10 @@ TEST_F(ObjectTest, CameraCallbacksForwardOrDefault)
     EXPECT_EQ(at, osg::Pnt3f(0, 0, 0));
     EXPECT_EQ(up, osg::Vec3f(0, 0, 0));
 
-    static int pasteCalls;
-    static bool lastPaste;
-    pasteCalls = 0;
     zeAnimationManager::setGetRollCB([](int camera) { return camera == -1 ? 12.5f : 0.0f; });
-    zeAnimationManager::setUpdatePasteCB([](bool available) {
-        ++pasteCalls;
-        lastPaste = available;
-    });
     manager->getRoll(roll);
     EXPECT_EQ(roll, 12.5f);
-    manager->terminate(); // empty copy buffer: no callback
-    EXPECT_EQ(pasteCalls, 0);
-    manager->updatePaste(true);
-    EXPECT_EQ(pasteCalls, 1);
-    EXPECT_TRUE(lastPaste);
     zeAnimationManager::setGetRollCB(nullptr);
-    zeAnimationManager::setUpdatePasteCB(nullptr);
 }
 
 } // namespace
