@@ -726,7 +726,8 @@ bool zeAnimationManager::paste(const osg::NodePtr& node, bool force)
 
 namespace {
 
-// Old clips and tracks nest; deeper nesting than the object operations can walk is not converted.
+// Old clips and tracks nest. Each level of old nesting is at least one level of the new
+// hierarchy, which cannot be deeper than MaxDepth, so the conversion goes no deeper either.
 const osg::UInt32 kMaxImportDepth = zeAnimationObject::MaxDepth;
 
 // Removes a node's old animation attachment.
@@ -747,6 +748,15 @@ osg::Action::ResultE collectStep(osg::NodePtr& node)
 bool zeAnimationManager::firstImport(const osg::FieldContainerPtr& container)
 {
     return _importSeen.insert(osg::getContainerId(container)).second;
+}
+
+zeAnimationObject* zeAnimationManager::adoptImported(zeAnimationObject* parent, zeAnimationObject* child)
+{
+    if (parent->addObject(child))
+        return child;
+    // Refused (the hierarchy would grow too deep): the converted subtree goes again.
+    destroyObject(child);
+    return nullptr;
 }
 
 void zeAnimationManager::importKORUAnimations(const osg::NodePtr& root, const osg::NodePtr& cameraNode,
@@ -834,12 +844,12 @@ zeAnimationStrip* zeAnimationManager::importClip(const osg::AnimationClipPtr& ol
     for (const osg::AnimationBlockPtr& oldBlock :
          std::vector<osg::AnimationBlockPtr>(oldClip->getBlocks().begin(), oldClip->getBlocks().end())) {
         if (zeAnimationUnit* block = importBlock(oldBlock, nullptr))
-            clip->addObject(block);
+            adoptImported(clip, block);
     }
     for (const osg::AnimationClipPtr& oldNested :
          std::vector<osg::AnimationClipPtr>(oldClip->getClips().begin(), oldClip->getClips().end())) {
         if (zeAnimationStrip* nested = importClip(oldNested, nullptr))
-            clip->addObject(nested);
+            adoptImported(clip, nested);
     }
     for (const osg::AnimationTrackPtr& oldTrack :
          std::vector<osg::AnimationTrackPtr>(oldClip->getTracks().begin(), oldClip->getTracks().end()))
@@ -847,10 +857,8 @@ zeAnimationStrip* zeAnimationManager::importClip(const osg::AnimationClipPtr& ol
     clip->setFlipped(oldClip->getFlipped());
     clip->setRepeating(oldClip->getRepeating());
     clip->setMotionBlur(oldClip->getMotionBlur());
-    if (parent)
-        parent->addObject(clip);
     --_importDepth;
-    return clip;
+    return parent ? static_cast<zeAnimationStrip*>(adoptImported(parent, clip)) : clip;
 }
 
 zeAnimationStreak* zeAnimationManager::importTrack(const osg::AnimationTrackPtr& oldTrack,
@@ -869,10 +877,8 @@ zeAnimationStreak* zeAnimationManager::importTrack(const osg::AnimationTrackPtr&
     for (const osg::AnimationClipPtr& oldClip :
          std::vector<osg::AnimationClipPtr>(oldTrack->getClips().begin(), oldTrack->getClips().end()))
         importClip(oldClip, track);
-    if (parent)
-        parent->addObject(track);
     --_importDepth;
-    return track;
+    return parent ? static_cast<zeAnimationStreak*>(adoptImported(parent, track)) : track;
 }
 
 zeAnimationUnit* zeAnimationManager::importBlock(const osg::AnimationBlockPtr& oldBlock,
@@ -891,9 +897,7 @@ zeAnimationUnit* zeAnimationManager::importBlock(const osg::AnimationBlockPtr& o
     block->setRepeating(oldBlock->getRepeating());
     block->setMotionBlur(oldBlock->getMotionBlur());
     block->setFlipped(oldBlock->getFlipped());
-    if (parent)
-        parent->addObject(block);
-    return block;
+    return parent ? static_cast<zeAnimationUnit*>(adoptImported(parent, block)) : block;
 }
 
 zeAnimationSequence* zeAnimationManager::importSequence(const osg::AnimationBlockPtr& oldBlock,
@@ -904,9 +908,7 @@ zeAnimationSequence* zeAnimationManager::importSequence(const osg::AnimationBloc
     zeAnimationSequence* sequence = createSequence(oldBlock->getName(), 0);
     sequence->setBegin(oldBlock->getStart());
     sequence->setEnd(oldBlock->getEnd());
-    if (parent)
-        parent->addObject(sequence);
-    return sequence;
+    return parent ? static_cast<zeAnimationSequence*>(adoptImported(parent, sequence)) : sequence;
 }
 
 zeAnimationCurve2D* zeAnimationManager::importCurve(const osg::AnimationCurvePtr& oldCurve,
@@ -956,8 +958,7 @@ zeAnimationCurve2D* zeAnimationManager::importCurve(const osg::AnimationCurvePtr
         for (zeControlPoint2D* key : curve->keys())
             curve->recomputeTangents(key);
     }
-    block->addObject(curve);
-    return curve;
+    return static_cast<zeAnimationCurve2D*>(adoptImported(block, curve));
 }
 
 zeControlPoint2D* zeAnimationManager::importPoint(const osg::AnimationControlPointPtr& oldPoint,

@@ -330,6 +330,9 @@ private:
     // False when the old container was converted before in this import (it may be listed twice,
     // or contain itself); otherwise it is marked as converted.
     bool firstImport(const osg::FieldContainerPtr& container);
+    // Adds a converted object to its new parent; when the parent refuses it, the object and its
+    // subtree are destroyed and the result is null.
+    zeAnimationObject* adoptImported(zeAnimationObject* parent, zeAnimationObject* child);
 
     osg::UInt64 _oldID;
     osg::UInt64 _newID;
