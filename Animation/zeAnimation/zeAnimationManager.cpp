@@ -968,6 +968,8 @@ zeControlPoint2D* zeAnimationManager::importPoint(const osg::AnimationControlPoi
         return nullptr;
     const osg::Pnt2f& position = oldPoint->getPosition();
     zeControlPoint2D* point = createPoint2D(position[0], position[1], 0);
+    if (!point)
+        return nullptr; // not a finite position
     // Handles are taken over only when the old point has them; otherwise they stay on the key
     // until the tangent type's rule places them (a free key keeps them there).
     if (oldPoint->getHasTangents()) {

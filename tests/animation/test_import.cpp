@@ -21,6 +21,7 @@
 #include <zeOpenSGExt/OSGTransform3D.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -410,7 +411,8 @@ TEST_F(ImportTest, APartlyConvertibleSceneImportsAsFarAsPossible)
     byAppropriate->setAFAppropriateNode(boxB);
     osg::AnimationCurvePtr byAttribute = oldCurve(NodePtr(), "", {oldPoint(0, 2)});
     byAttribute->setAFAttribute("scaleY");
-    osg::AnimationCurvePtr bySceneField = oldCurve(NodePtr(), "translation", {oldPoint(0, 3)});
+    osg::AnimationCurvePtr bySceneField =
+        oldCurve(NodePtr(), "translation", {oldPoint(0, 3), oldPoint(std::nanf(""), 1), oldPoint(5, 4)});
     bySceneField->setAFValuePosition(2);
     osg::AnimationBlockPtr mixed = oldBlock("mixed", boxA,
                                             {oldCurve(boxA, "wobble", {oldPoint(0, 0)}), byAppropriate,
@@ -449,6 +451,11 @@ TEST_F(ImportTest, APartlyConvertibleSceneImportsAsFarAsPossible)
                                       manager->getField(boxA, "translationZ")->getId()};
     std::sort(expected.begin(), expected.end());
     EXPECT_EQ(fields, expected);
+    for (zeAnimationCurve2D* curve : block->getCurves()) {
+        if (curve->getAnimationFieldId() == manager->getField(boxA, "translationZ")->getId()) {
+            EXPECT_EQ(curve->getPoints().size(), 2u); // the key at no finite frame is dropped
+        }
+    }
     zeAnimationUnit* lost = named<zeAnimationUnit>("lost", 3);
     ASSERT_NE(lost, nullptr);
     EXPECT_TRUE(lost->isEmpty());
