@@ -1527,21 +1527,21 @@ TextReader::Result TextReader::doctype()
 
 bool zeAnimationFile::parseFile(const QString& path, Document& document, QString& error)
 {
+    // Opened without blocking and then checked: reading a pipe or a device could block or never
+    // end, and a check before the open could be outrun by a rename.
     const QByteArray name = QFile::encodeName(path);
+    const int fd = ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     struct stat info;
-    if (::stat(name.constData(), &info) != 0) {
+    if (fd < 0 || ::fstat(fd, &info) != 0) {
         error = QStringLiteral("cannot open the file: %1").arg(QString::fromLocal8Bit(std::strerror(errno)));
+        if (fd >= 0)
+            ::close(fd);
         return false;
     }
-    // Reading a pipe or a device could block or never end.
     if (!S_ISREG(info.st_mode)) {
         error = S_ISDIR(info.st_mode) ? QStringLiteral("cannot open the file: it is a folder")
                                       : QStringLiteral("cannot open the file: it is not a regular file");
-        return false;
-    }
-    const int fd = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        error = QStringLiteral("cannot open the file: %1").arg(QString::fromLocal8Bit(std::strerror(errno)));
+        ::close(fd);
         return false;
     }
     FileInput input(fd);

@@ -705,6 +705,10 @@ TEST_F(FileTest, MalformedDocumentsAreRefusedAndLeaveThePoolAlone)
     EXPECT_FALSE(manager->loadAnimations(QString::fromStdString(folder), true));
     EXPECT_NE(manager->getLastFileError().indexOf("folder"), -1);
     EXPECT_FALSE(manager->loadAnimations(QStringLiteral("/dev/zero"), true));
+    const std::string fifo = path("pipe.xml");
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    EXPECT_FALSE(
+        manager->loadAnimations(QString::fromStdString(fifo), true)); // and does not wait for a writer
     // The error names the line and column of the fault.
     EXPECT_FALSE(manager->loadAnimations(
         QStringLiteral("<AnimationPool>\n  <a b='1'\n c=2/></AnimationPool>"), false));
