@@ -305,9 +305,9 @@ QString zeAnimationFile::formatPair(float x, float y)
     return QString::fromLatin1(text, length);
 }
 
-std::vector<const zeAnimationObject*> zeAnimationFile::fileOrder()
+std::vector<const zeAnimationObject*>
+zeAnimationFile::fileOrder(const std::function<void(const zeControlPoint2D*)>& key)
 {
-    // One walk sorts the objects into the groups, each then in identifier order.
     std::vector<const zeAnimationObject*> groups[7];
     for (const zeAnimationManager::ObjectMap::value_type& entry : objectMap()) {
         const zeAnimationObject* object = entry.second;
@@ -315,7 +315,7 @@ std::vector<const zeAnimationObject*> zeAnimationFile::fileOrder()
             continue;
         switch (object->getTypeID()) {
         case 1:
-            groups[0].push_back(object);
+            key(static_cast<const zeControlPoint2D*>(object));
             break;
         case 2:
             groups[1].push_back(object);
@@ -338,7 +338,6 @@ std::vector<const zeAnimationObject*> zeAnimationFile::fileOrder()
         }
     }
     std::vector<const zeAnimationObject*> order;
-    order.reserve(objectMap().size());
     for (const std::vector<const zeAnimationObject*>& group : groups)
         order.insert(order.end(), group.begin(), group.end());
     return order;
@@ -649,15 +648,20 @@ void writeKey(Output& out, const zeControlPoint2D* key)
 
 void writePool(Output& out)
 {
+    const zeAnimationManager::ObjectMap& objects = zeAnimationFile::objectMap();
     const zeAnimationManager::FieldMap& fields = zeAnimationFile::fieldMap();
-    const std::vector<const zeAnimationObject*> objects = zeAnimationFile::fileOrder();
     out.append("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE KORU>\n<AnimationPool objects=\"");
-    out.appendDecimal(zeAnimationFile::objectMap().size() + fields.size());
+    out.appendDecimal(objects.size() + fields.size());
     out.append("\"");
-    std::size_t elements = objects.size();
-    for (const zeAnimationManager::FieldMap::value_type& entry : fields)
-        elements += entry.second ? 1 : 0;
-    if (elements == 0) {
+    // The root is empty exactly when no field and no object of a written kind exists.
+    const bool empty =
+        std::none_of(fields.begin(), fields.end(),
+                     [](const zeAnimationManager::FieldMap::value_type& e) { return e.second; }) &&
+        std::none_of(objects.begin(), objects.end(), [](const zeAnimationManager::ObjectMap::value_type& e) {
+            const osg::UInt32 type = e.second ? e.second->getTypeID() : 0;
+            return type >= 1 && type <= 6 && !(type == 3 && e.second->isHidden());
+        });
+    if (empty) {
         out.append("/>\n");
         return;
     }
@@ -667,13 +671,12 @@ void writePool(Output& out)
         if (entry.second)
             writeElement(out, "field", zeAnimationFile::fieldAttributes(entry.second), 0, none);
     }
-    for (const zeAnimationObject* object : objects) {
+    const std::vector<const zeAnimationObject*> rest =
+        zeAnimationFile::fileOrder([&out](const zeControlPoint2D* key) { writeKey(out, key); });
+    for (const zeAnimationObject* object : rest) {
         const osg::UInt32 type = object->getTypeID();
-        if (type == 1)
-            writeKey(out, static_cast<const zeControlPoint2D*>(object));
-        else
-            writeElement(out, zeAnimationFile::tagName(type), zeAnimationFile::objectAttributes(object), type,
-                         zeAnimationFile::listedChildren(object));
+        writeElement(out, zeAnimationFile::tagName(type), zeAnimationFile::objectAttributes(object), type,
+                     zeAnimationFile::listedChildren(object));
     }
     out.append("</AnimationPool>\n");
 }
@@ -1806,10 +1809,7 @@ void zeAnimationFile::Loader::linkKeys(zeAnimationCurve2D* curve, const zeAnimat
 {
     std::vector<zeControlPoint2D*> keys;
     keys.reserve(element.childCount);
-    const std::size_t ahead = 8;
     for (std::size_t i = 0; i < element.childCount; ++i) {
-        if (i + ahead < element.childCount)
-            m->_objectIndex->prefetch(resolveObject(document.children[element.firstChild + i + ahead]));
         zeControlPoint2D* key = m->getPoint2D(resolveObject(document.children[element.firstChild + i]));
         // A key with a NaN or infinite position has no place in an ordered curve.
         if (key && !key->isTangent() && std::isfinite(key->getX()) &&
@@ -2004,11 +2004,8 @@ bool zeAnimationFile::load(const Document& document)
     Progress progress(document);
     std::vector<osg::UInt64> made(document.elements.size(), 0);
     std::size_t next = 0;
-    const std::size_t ahead = 8; // elements whose registry slots are fetched before they are needed
     for (osg::UInt64 index = 0; index < document.elementCount; ++index) {
         if (next < document.elements.size() && document.elements[next].index == index) {
-            if (next + ahead < document.elements.size())
-                m->_objectIndex->prefetch(document.elements[next + ahead].id);
             made[next] = loader.create(document.elements[next]);
             ++next;
         }

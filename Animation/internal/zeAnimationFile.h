@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -116,10 +117,12 @@ public:
     // The tag of an object's element, and of the child elements that list its children.
     static const char* tagName(osg::UInt32 typeID);
     static const char* childTagName(osg::UInt32 typeID);
-    // The objects in the order of the file's element groups (fields come before them): keys,
-    // curves, visible blocks, sequences, clips with a reference, tracks, the other clips; each
-    // group in identifier order.
-    static std::vector<const zeAnimationObject*> fileOrder();
+    // The order of the file's element groups after the fields: keys, curves, visible blocks,
+    // sequences, clips with a reference, tracks, the other clips; each group in identifier order.
+    // The keys, the bulk of any pool, are handed to `key` during the one walk of the registry
+    // that sorts the rest into groups, which are returned in file order.
+    static std::vector<const zeAnimationObject*>
+    fileOrder(const std::function<void(const zeControlPoint2D*)>& key);
     // The children an element lists, in the order the file gives them: a curve's keys, a
     // block's curves, a track's objects, a clip's tracks.
     static std::vector<osg::UInt64> listedChildren(const zeAnimationObject* object);

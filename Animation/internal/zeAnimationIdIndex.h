@@ -29,13 +29,6 @@ public:
         }
     }
 
-    // Starts fetching the slot where `id` would be, for a lookup that is coming.
-    void prefetch(osg::UInt64 id) const
-    {
-        if (!table.empty())
-            __builtin_prefetch(&table[slot(id)]);
-    }
-
     // False, keeping the entry there, when the identifier is present already.
     bool insert(osg::UInt64 id, T* value)
     {

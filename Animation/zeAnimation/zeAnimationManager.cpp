@@ -112,12 +112,8 @@ osg::UInt64 zeAnimationManager::drawFreshID()
 {
     for (;;) {
         const osg::UInt64 candidate = step();
-        if (candidate != 0 && !_objectIndex->find(candidate) && !_fieldIndex->find(candidate)) {
-            // The next draw will most likely test the generator's next value: its slot is fetched
-            // while the caller works with this one.
-            _objectIndex->prefetch(_uidSeed * 1664525ULL + 1013904223ULL);
+        if (candidate != 0 && !_objectIndex->find(candidate) && !_fieldIndex->find(candidate))
             return candidate;
-        }
     }
 }
 
@@ -1643,7 +1639,9 @@ QString zeAnimationManager::createAnimationXML()
         if (entry.second)
             root.appendChild(createFieldDomElement(document, entry.second));
     }
-    for (const zeAnimationObject* object : zeAnimationFile::fileOrder())
+    const std::vector<const zeAnimationObject*> rest = zeAnimationFile::fileOrder(
+        [&](const zeControlPoint2D* key) { root.appendChild(buildElement(document, key)); });
+    for (const zeAnimationObject* object : rest)
         root.appendChild(buildElement(document, object));
     return QZEDomDocumentWriter::toString(document);
 }
