@@ -33,6 +33,10 @@ major=${version%%.*}
 
 echo "== install into a temporary prefix"
 quiet cmake --install "$build" --prefix "$prefix"
+# The promised include forms and nothing else: no headers of a library's own implementation.
+included=$(cd "$prefix/include" && find . -mindepth 1 -type d | LC_ALL=C sort | tr '\n' ' ')
+[ "$included" = "./OpenSG ./zeAnimation ./zeOpenSGExt ./zeOpenSGUtils ./zeQt4Ext ./zeUtils " ] ||
+    fail "installed include directories are: $included"
 libdir=$(dirname "$(find "$prefix" -name "libzeAnimation.so.$version" -print -quit)")
 [ -d "$libdir" ] || fail "libzeAnimation.so.$version not installed"
 for lib in "$libdir"/lib*.so."$version"; do
