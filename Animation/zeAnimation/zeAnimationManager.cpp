@@ -528,6 +528,8 @@ bool zeAnimationManager::createCurvePoint(zeAnimationCurve2D* curve, float x, fl
     if (!curve->checkInsertConstraints(x))
         return false;
     zeControlPoint2D* point = createPoint2D(x, y, 0);
+    if (!point)
+        return false; // no key at a NaN or infinite position
     point->setSelected(select);
     point->setLocked(lock);
     if (!curve->addObject(point)) {

@@ -1,0 +1,1117 @@
+// Random-operation soak: seeded runs of thousands of random calls across the whole public API,
+// with host callbacks that destroy, re-enter and reconfigure, and the pool's invariants checked
+// after every step. A failure names its seed; run that seed alone with
+//   ZE_SOAK_SEED=<seed> [ZE_SOAK_TRACE=1] zeAnimationTests --gtest_filter='Soak*'
+// and many more seeds with ZE_SOAK_SEEDS=<count> (and ZE_SOAK_STEPS=<steps per seed>).
+#include "PlaybackTestSupport.h"
+
+#include <zeAnimation/zeAnimationUtils.h>
+
+#include <OpenSG/OSGGroup.h>
+#include <OpenSG/OSGSwitch.h>
+#include <zeOpenSGExt/OSGCameraSetting.h>
+#include <zeOpenSGExt/OSGPerspectiveCamera2.h>
+#include <zeOpenSGExt/OSGTransform3D.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <limits>
+#include <map>
+#include <random>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+typedef zeAnimationManager M;
+typedef zeAnimationController C;
+
+osg::UInt64 environmentNumber(const char* name, osg::UInt64 fallback)
+{
+    const char* text = std::getenv(name);
+    return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
+}
+
+class Soak;
+Soak* g_soak = nullptr;
+
+// One seeded run: a scene with a few animatable nodes, the pool, and the host.
+class Soak
+{
+public:
+    Soak(osg::UInt64 seed, bool trace) : seed(seed), trace(trace), rng(seed) {}
+
+    // Runs the steps; false (with `failure` set) at the first broken invariant.
+    bool run(int steps)
+    {
+        buildScene();
+        for (step = 0; step < steps; ++step) {
+            operation = "";
+            randomOperation();
+            if (!checkPool())
+                return false;
+        }
+        return true;
+    }
+
+    void tearDown()
+    {
+        // The host's callbacks point into this run: none of them may outlive it.
+        C::setSimulationTimeCB(nullptr);
+        C::setMainCameraCB(nullptr);
+        C::setExecuteSequenceCB(nullptr);
+        C::setTimeLineCurrentFrameCB(nullptr);
+        C::setCurveEditorCurrentFrameCB(nullptr);
+        C::setClipMakerCurrentFrameCB(nullptr);
+        C::setUpdateNavigatorCB(nullptr);
+        C::setEnableSimulationCB(nullptr);
+        C::setIsSimulationEnableCB(nullptr);
+        M::setGetFromAtUpCB(nullptr);
+        M::setFromAtUpCB(nullptr);
+        M::setGetRollCB(nullptr);
+        M::setRollCB(nullptr);
+        C::setFPS(25.0f);
+        C* controller = C::the();
+        controller->stop();
+        controller->stopGlobal();
+        controller->pause(false);
+        controller->setCurrentObject(0);
+        controller->setCurrentCurves({});
+        controller->setEvaluateActiveUnits(false);
+        for (osg::NodePtr& node : nodes)
+            osg::subRefCP(node);
+        nodes.clear();
+        if (camera != osg::NullFC)
+            osg::subRefCP(camera);
+        camera = osg::NullFC;
+    }
+
+    std::string failure;
+    int step = 0;
+    int operations = 0;
+
+    // ---- The host's callbacks: each may destroy, re-enter or reconfigure --------------------
+    void hostAction()
+    {
+        ++hostCalls;
+        if (reentered > 1)
+            return; // a callback inside a callback inside a callback: enough
+        ++reentered;
+        switch (uniform(0, 15)) {
+        case 0:
+        case 1:
+            if (zeAnimationObject* victim = anyObject())
+                manager()->destroyObject(victim);
+            break;
+        case 2:
+            if (chance(5))
+                manager()->destroyAllFields();
+            break;
+        case 3:
+            C::the()->loop();
+            break;
+        case 4:
+            C::the()->playLoop();
+            break;
+        case 5:
+            if (zeAnimationObject* object = anyObject())
+                C::the()->evaluateObject(object, frame(), chance(20));
+            break;
+        case 6:
+            C::the()->stop();
+            break;
+        case 7:
+            C::the()->stopGlobal();
+            break;
+        case 8:
+            if (zeAnimationObject* object = anyObject())
+                C::the()->reset(object);
+            break;
+        case 9:
+            C::setFPS(chance(20) ? hostile() : real(1.0f, 60.0f));
+            break;
+        case 10:
+            installCallbacks();
+            break;
+        case 11:
+            if (zeAnimationObject* object = anyObject())
+                C::the()->setCurrentObject(object->getId());
+            break;
+        case 12:
+            if (zeAnimationObject* object = anyObject())
+                object->move(frame(), true);
+            break;
+        default:
+            break; // most calls do nothing unusual
+        }
+        --reentered;
+    }
+
+private:
+    static M* manager() { return M::the(); }
+
+    // ---- Randomness --------------------------------------------------------------------------
+    int uniform(int low, int high) { return std::uniform_int_distribution<int>(low, high)(rng); }
+    bool chance(int percent) { return uniform(0, 99) < percent; }
+    float real(float low, float high) { return std::uniform_real_distribution<float>(low, high)(rng); }
+    float hostile()
+    {
+        static const float values[] = {std::numeric_limits<float>::quiet_NaN(),
+                                       std::numeric_limits<float>::infinity(),
+                                       -std::numeric_limits<float>::infinity(),
+                                       1.0e30f,
+                                       -1.0e30f,
+                                       3.0e38f,
+                                       -0.0f,
+                                       1.0e-40f,
+                                       0.0f,
+                                       2147483648.0f};
+        return values[uniform(0, 9)];
+    }
+    // A frame: mostly whole or ordinary, sometimes anything a hostile host might send.
+    float frame()
+    {
+        if (chance(3))
+            return hostile();
+        return chance(40) ? static_cast<float>(uniform(-20, 120)) : real(-30.0f, 130.0f);
+    }
+    std::string name()
+    {
+        static const char* names[] = {"a", "b", "walk", "Unnamed", "", "seq"};
+        return names[uniform(0, 5)];
+    }
+
+    // ---- Picking from the pool ---------------------------------------------------------------
+    std::vector<zeAnimationObject*> objectsOfType(int type)
+    {
+        std::vector<zeAnimationObject*> result;
+        for (const auto& entry : manager()->getObjects()) {
+            if (entry.second && (type < 0 || static_cast<int>(entry.second->getTypeID()) == type))
+                result.push_back(entry.second);
+        }
+        return result;
+    }
+    zeAnimationObject* anyOf(int type)
+    {
+        const std::vector<zeAnimationObject*> objects = objectsOfType(type);
+        return objects.empty() ? nullptr : objects[uniform(0, static_cast<int>(objects.size()) - 1)];
+    }
+    zeAnimationObject* anyObject() { return anyOf(-1); }
+    zeAnimationObject* anyContainer() { return anyOf(uniform(2, 5)); }
+    zeControlPoint2D* anyKey() { return static_cast<zeControlPoint2D*>(anyOf(1)); }
+    zeAnimationCurve2D* anyCurve() { return static_cast<zeAnimationCurve2D*>(anyOf(2)); }
+    zeAnimationStreak* anyTrack() { return static_cast<zeAnimationStreak*>(anyOf(4)); }
+    zeAnimationStrip* anyClip() { return static_cast<zeAnimationStrip*>(anyOf(5)); }
+    zeAnimationSequence* anySequence() { return static_cast<zeAnimationSequence*>(anyOf(6)); }
+    // A child of the object, when it has one, else any object.
+    zeAnimationObject* childOrAny(zeAnimationObject* parent)
+    {
+        const std::list<zeAnimationObject*> children =
+            parent ? parent->getObjects() : std::list<zeAnimationObject*>();
+        if (children.empty() || chance(20))
+            return anyObject();
+        return *std::next(children.begin(), uniform(0, static_cast<int>(children.size()) - 1));
+    }
+    zeAnimationField* anyField()
+    {
+        const M::FieldMap fields = manager()->getFields();
+        if (fields.empty())
+            return nullptr;
+        return std::next(fields.begin(), uniform(0, static_cast<int>(fields.size()) - 1))->second;
+    }
+    osg::NodePtr anyNode() { return nodes[uniform(0, static_cast<int>(nodes.size()) - 1)]; }
+
+    // ---- Scene and host ----------------------------------------------------------------------
+    void buildScene()
+    {
+        osg::NodePtr root = osg::Node::create();
+        root->setCore(osg::Group::create());
+        osg::addRefCP(root);
+        nodes.push_back(root);
+        const auto add = [&](const osg::NodeCorePtr& core) {
+            osg::NodePtr node = osg::Node::create();
+            node->setCore(core);
+            root->addChild(node);
+            osg::addRefCP(node);
+            nodes.push_back(node);
+        };
+        for (int i = 0; i < 3; ++i)
+            add(osg::ComponentTransform::create());
+        add(osg::Transform3D::create());
+        add(osg::Switch::create());
+        osg::CameraSettingPtr viewpoint = osg::CameraSetting::create();
+        viewpoint->setIsViewpoint(true);
+        add(viewpoint);
+        add(osg::CameraSetting::create());
+        M::setSceneRootNode(root);
+        camera = osg::PerspectiveCamera2::create();
+        osg::addRefCP(camera);
+        camera->setShutterSpeed(50.0f);
+        C::setFPS(25.0f);
+        installCallbacks();
+    }
+
+    static double hostClock()
+    {
+        if (g_soak->chance(2))
+            g_soak->hostAction();
+        return g_soak->seconds;
+    }
+    static osg::PerspectiveCamera2Ptr hostCamera()
+    {
+        g_soak->hostAction();
+        return g_soak->chance(90) ? g_soak->camera : osg::PerspectiveCamera2Ptr(osg::NullFC);
+    }
+    static void hostSequence(const std::string&) { g_soak->hostAction(); }
+    static void hostFrame(float) { g_soak->hostAction(); }
+    static void hostSwitch(bool) { g_soak->hostAction(); }
+    static bool hostQuery()
+    {
+        g_soak->hostAction();
+        return g_soak->chance(50);
+    }
+    static void hostFunction() { g_soak->hostAction(); }
+    static void hostGetView(int, osg::Pnt3f& from, osg::Pnt3f& at, osg::Vec3f& up)
+    {
+        g_soak->hostAction();
+        from = g_soak->from;
+        at = g_soak->at;
+        up = g_soak->up;
+    }
+    static void hostSetView(int, const osg::Pnt3f& from, const osg::Pnt3f& at, const osg::Vec3f& up)
+    {
+        g_soak->hostAction();
+        g_soak->from = from;
+        g_soak->at = at;
+        g_soak->up = up;
+    }
+    static float hostGetRoll(int)
+    {
+        g_soak->hostAction();
+        return g_soak->roll;
+    }
+    static void hostSetRoll(int, const float& value)
+    {
+        g_soak->hostAction();
+        g_soak->roll = value;
+    }
+
+    // Sets or clears each host callback at random.
+    void installCallbacks()
+    {
+        // Always the run's own clock: the library's would make a run depend on the machine.
+        C::setSimulationTimeCB(&Soak::hostClock);
+        C::setMainCameraCB(chance(80) ? &Soak::hostCamera : nullptr);
+        C::setExecuteSequenceCB(chance(80) ? &Soak::hostSequence : nullptr);
+        C::setTimeLineCurrentFrameCB(chance(60) ? &Soak::hostFrame : nullptr);
+        C::setCurveEditorCurrentFrameCB(chance(60) ? &Soak::hostFrame : nullptr);
+        C::setClipMakerCurrentFrameCB(chance(60) ? &Soak::hostFrame : nullptr);
+        C::setUpdateNavigatorCB(chance(60) ? &Soak::hostSwitch : nullptr);
+        C::setEnableSimulationCB(chance(60) ? &Soak::hostSwitch : nullptr);
+        C::setIsSimulationEnableCB(chance(60) ? &Soak::hostQuery : nullptr);
+        M::setGetFromAtUpCB(chance(80) ? &Soak::hostGetView : nullptr);
+        M::setFromAtUpCB(chance(80) ? &Soak::hostSetView : nullptr);
+        M::setGetRollCB(chance(80) ? &Soak::hostGetRoll : nullptr);
+        M::setRollCB(chance(80) ? &Soak::hostSetRoll : nullptr);
+    }
+
+    // ---- Operations --------------------------------------------------------------------------
+    struct Operation
+    {
+        const char* name;
+        int weight;
+        void (Soak::*run)();
+    };
+
+    void randomOperation()
+    {
+        static const Operation table[] = {
+            {"create key", 10, &Soak::createKey},
+            {"create curve", 6, &Soak::createCurve},
+            {"create container", 6, &Soak::createContainer},
+            {"create curve point", 3, &Soak::createCurvePoint},
+            {"duplicate", 2, &Soak::duplicate},
+            {"add object", 10, &Soak::addObject},
+            {"insert object", 5, &Soak::insertObject},
+            {"sub object", 5, &Soak::subObject},
+            {"move to track", 3, &Soak::moveToTrack},
+            {"set parent", 2, &Soak::setParent},
+            {"set points", 3, &Soak::setPoints},
+            {"delete points", 2, &Soak::deletePoints},
+            {"move selected keys", 5, &Soak::moveSelectedKeys},
+            {"edit a key", 4, &Soak::editKey},
+            {"move", 5, &Soak::move},
+            {"stretch or trim", 5, &Soak::stretch},
+            {"flip", 2, &Soak::flip},
+            {"flags", 3, &Soak::flags},
+            {"destroy", 6, &Soak::destroy},
+            {"destroy many", 1, &Soak::destroyMany},
+            {"connect", 3, &Soak::connect},
+            {"play objects", 6, &Soak::playObjects},
+            {"play globally", 4, &Soak::playGlobally},
+            {"transport", 4, &Soak::transport},
+            {"evaluate", 5, &Soak::evaluate},
+            {"motion blur", 2, &Soak::motionBlur},
+            {"sequences", 2, &Soak::sequences},
+            {"renumber", 2, &Soak::renumber},
+            {"scene values", 3, &Soak::sceneValues},
+            {"reconfigure", 1, &Soak::reconfigure},
+        };
+        static int total = 0;
+        if (total == 0) {
+            for (const Operation& op : table)
+                total += op.weight;
+        }
+        int pick = uniform(0, total - 1);
+        const Operation* chosen = &table[0];
+        for (const Operation& op : table) {
+            if (pick < op.weight) {
+                chosen = &op;
+                break;
+            }
+            pick -= op.weight;
+        }
+        operation = chosen->name;
+        if (trace)
+            std::printf("soak %llu step %d: %s\n", static_cast<unsigned long long>(seed), step, operation);
+        ++operations;
+        (this->*chosen->run)();
+    }
+
+    bool crowded() { return manager()->getObjectCount() > 300; }
+
+    void createKey()
+    {
+        if (crowded())
+            return destroy();
+        const float x = chance(5) ? hostile() : static_cast<float>(uniform(-10, 110));
+        zeControlPoint2D* key = manager()->createPoint2D(x, real(-10.0f, 10.0f));
+        if (key && chance(70)) {
+            if (zeAnimationCurve2D* curve = anyCurve())
+                curve->addObject(key);
+        }
+    }
+
+    void createCurve()
+    {
+        if (crowded())
+            return destroy();
+        zeAnimationCurve2D* curve = nullptr;
+        switch (uniform(0, 2)) {
+        case 0:
+            curve = manager()->createCurve2D();
+            break;
+        case 1:
+            curve = manager()->createCurve2D(anyField(), name(), 0, chance(30));
+            break;
+        default: {
+            static const char* attributes[] = {"translationX", "translateY", "choice", "from",   "roll",
+                                               "visible",      "rotateZ",    "fStop",  "nothing"};
+            curve = manager()->createCurve2D(anyNode(), attributes[uniform(0, 8)]);
+            break;
+        }
+        }
+        if (!curve)
+            return;
+        const int keys = uniform(0, 6);
+        float x = static_cast<float>(uniform(-10, 60));
+        for (int i = 0; i < keys; ++i) {
+            curve->addObject(manager()->createPoint2D(x, real(-5.0f, 5.0f)));
+            x += static_cast<float>(uniform(1, 20));
+        }
+    }
+
+    void createContainer()
+    {
+        if (crowded())
+            return destroy();
+        switch (uniform(0, 4)) {
+        case 0: {
+            std::vector<zeAnimationCurve2D*> curves;
+            for (int i = uniform(0, 3); i > 0; --i)
+                curves.push_back(anyCurve());
+            manager()->createUnit(curves, name(), 0, chance(30));
+            break;
+        }
+        case 1:
+            manager()->createUnit(name(), 0);
+            break;
+        case 2:
+            manager()->createStreak(name(), 0);
+            break;
+        case 3:
+            manager()->createStrip(name(), 0);
+            break;
+        default: {
+            zeAnimationSequence* sequence = manager()->createSequence(name(), 0);
+            const float begin = static_cast<float>(uniform(-10, 100));
+            sequence->setBegin(begin);
+            sequence->setEnd(begin + static_cast<float>(uniform(0, 30)));
+            break;
+        }
+        }
+    }
+
+    void createCurvePoint()
+    {
+        if (zeAnimationCurve2D* curve = anyCurve()) {
+            if (chance(50))
+                manager()->createCurvePoint(curve, frame(), chance(50));
+            else
+                manager()->createCurvePoint(curve, frame(), real(-5.0f, 5.0f), chance(50), chance(20),
+                                            chance(50));
+        }
+    }
+
+    void duplicate()
+    {
+        if (crowded())
+            return destroy();
+        manager()->duplicateObject(anyObject());
+    }
+
+    void addObject()
+    {
+        zeAnimationObject* container = anyContainer();
+        zeAnimationObject* child = uniform(0, 3) == 0 ? anyKey() : anyObject();
+        if (container && child)
+            container->addObject(child);
+    }
+
+    void insertObject()
+    {
+        zeAnimationObject* child = anyOf(chance(80) ? uniform(3, 6) : uniform(0, 6));
+        if (!child)
+            return;
+        if (chance(50)) {
+            if (zeAnimationStreak* track = anyTrack())
+                track->insertObject(child);
+        } else if (zeAnimationStrip* clip = anyClip()) {
+            clip->insertObject(child);
+        }
+    }
+
+    void subObject()
+    {
+        zeAnimationObject* container = anyContainer();
+        if (!container)
+            return;
+        zeAnimationObject* child = childOrAny(container);
+        container->subObject(child, chance(50));
+    }
+
+    void moveToTrack()
+    {
+        zeAnimationObject* object = anyOf(uniform(3, 6));
+        if (chance(50))
+            manager()->moveObjectToStreak(object, anyTrack());
+        else
+            manager()->moveObjectToStreak(object, anyClip(), static_cast<osg::UInt32>(uniform(0, 5)));
+    }
+
+    void setParent()
+    {
+        if (zeAnimationObject* object = anyObject())
+            object->setParent(chance(20) ? nullptr : anyObject());
+    }
+
+    void setPoints()
+    {
+        zeAnimationCurve2D* curve = anyCurve();
+        if (!curve)
+            return;
+        std::vector<zeControlPoint2D*> keys;
+        for (int i = uniform(0, 6); i > 0; --i)
+            keys.push_back(chance(10) ? nullptr : anyKey());
+        if (!keys.empty() && chance(20))
+            keys.push_back(keys.front());
+        curve->setPoints(keys);
+    }
+
+    void deletePoints()
+    {
+        zeAnimationCurve2D* curve = anyCurve();
+        if (!curve)
+            return;
+        zeAnimationCurve2D* target = chance(50) ? anyCurve() : nullptr;
+        if (chance(50))
+            curve->deletePoints(chance(50), target);
+        else
+            curve->deleteSelectedPoints(chance(50), target);
+    }
+
+    void moveSelectedKeys()
+    {
+        zeAnimationCurve2D* curve = anyCurve();
+        if (!curve)
+            return;
+        for (zeControlPoint2D* key : curve->getPointsAndTangentPoints()) {
+            if (key && chance(40)) {
+                key->setSelected(true);
+                key->setTempPosition(key->getPosition());
+            }
+        }
+        const osg::Vec2f delta(chance(5) ? hostile() : real(-10.0f, 10.0f), real(-3.0f, 3.0f));
+        if (chance(70))
+            curve->moveSelectedPoints(delta, chance(50), chance(30), false, chance(50));
+        else
+            curve->moveSelectedPointsTo(osg::Pnt2f(frame(), real(-5.0f, 5.0f)), chance(50), chance(30),
+                                        chance(50));
+        if (chance(30))
+            curve->changeTangentsOfSelectedPoints(
+                static_cast<zeControlPoint2D::TangentMode>(1u << uniform(0, 7)));
+        if (chance(50))
+            curve->setSelected(false);
+    }
+
+    void editKey()
+    {
+        zeControlPoint2D* key = anyKey();
+        if (!key)
+            return;
+        switch (uniform(0, 4)) {
+        case 0:
+            // Direct position writes only where no curve relies on the order of its keys.
+            if (key->getParentId() == 0)
+                key->setPosition(osg::Pnt2f(chance(20) ? hostile() : frame(), chance(10) ? hostile() : 1.0f));
+            break;
+        case 1:
+            key->setInTangent(osg::Vec2f(chance(10) ? hostile() : key->getX() - 1.0f, real(-5.0f, 5.0f)));
+            key->setOutTangentX(chance(10) ? hostile() : key->getX() + real(0.0f, 3.0f));
+            break;
+        case 2:
+            key->setTangentType(static_cast<zeControlPoint2D::TangentMode>(chance(10) ? 1000u + uniform(0, 5)
+                                                                                      : 1u << uniform(0, 4)));
+            key->setTangentLengthMode(static_cast<zeControlPoint2D::TangentMode>(chance(50) ? 32u : 64u));
+            key->computeTangents();
+            break;
+        case 3:
+            key->setSelected(chance(50));
+            break;
+        default:
+            if (zeControlPoint2D* handle = chance(50) ? key->getInTangentPoint() : key->getOutTangentPoint())
+                manager()->destroyObject(handle); // not the manager's to destroy
+            break;
+        }
+    }
+
+    void move()
+    {
+        if (zeAnimationObject* object = anyObject())
+            object->move(chance(5) ? hostile() : real(-20.0f, 20.0f), true);
+    }
+
+    // Stretching and trimming leave the edited object's own bounds other than its children's by
+    // design (a trim narrows the visible interval; a refused stretch keeps the edge it was
+    // given), and stretch the children with rounding: the subtree is no longer checked against
+    // its children, and the parent is brought up to date as a host's editor does.
+    void stretch()
+    {
+        zeAnimationObject* object = anyObject();
+        if (!object)
+            return;
+        const float value = chance(5) ? hostile() : frame();
+        switch (uniform(0, 3)) {
+        case 0:
+            object->moveBegin(value, true);
+            break;
+        case 1:
+            object->moveEnd(value, true);
+            break;
+        case 2:
+            object->trimBegin(value, true);
+            break;
+        default:
+            object->trimEnd(value, true);
+            break;
+        }
+        markLoose(object);
+        if (zeAnimationObject* parent = object->getParent())
+            parent->updateBy(object, zeAnimationObject::Change, true);
+    }
+
+    // A flip refreshes the object itself but does not tell its parent, and the object's interval
+    // changes when it was trimmed or stretched (or holds something that was): the parent is
+    // brought up to date as a host's editor does.
+    void flip()
+    {
+        zeAnimationObject* object = anyObject();
+        if (!object)
+            return;
+        object->flip();
+        if (zeAnimationObject* parent = object->getParent())
+            parent->updateBy(object, zeAnimationObject::Change, true);
+    }
+
+    void flags()
+    {
+        zeAnimationObject* object = anyObject();
+        if (!object)
+            return;
+        switch (uniform(0, 6)) {
+        case 0:
+            object->setActive(chance(70));
+            break;
+        case 1:
+            object->setRepeating(chance(30));
+            break;
+        case 2:
+            object->setMotionBlur(chance(50));
+            break;
+        case 3:
+            object->setReversePlay(chance(30));
+            break;
+        case 4:
+            object->setHidden(chance(20));
+            break;
+        case 5:
+            object->setUsePlayRange(chance(30));
+            object->setStartPlayRange(frame());
+            object->setEndPlayRange(frame());
+            object->setStartPlay(frame());
+            break;
+        default:
+            object->setLocked(chance(20));
+            object->setSelected(chance(50));
+            break;
+        }
+    }
+
+    void destroy()
+    {
+        if (zeAnimationObject* object = anyObject())
+            manager()->destroyObject(object);
+        if (chance(10))
+            manager()->destroyField(anyField());
+    }
+
+    void destroyMany()
+    {
+        switch (uniform(0, 3)) {
+        case 0:
+            manager()->destroyAllObjects(chance(50));
+            break;
+        case 1:
+            manager()->destroyUnreferencedObjectsAndFields();
+            break;
+        case 2:
+            manager()->destroyNodeObjects(anyNode(), chance(50));
+            break;
+        default:
+            manager()->terminate();
+            break;
+        }
+    }
+
+    void connect()
+    {
+        zeAnimationObject* source = anyObject();
+        const M::AnimationTrigger trigger = static_cast<M::AnimationTrigger>(chance(10) ? 5u : uniform(0, 1));
+        if (chance(50))
+            manager()->createConnection(source, trigger, anyObject(),
+                                        static_cast<M::AnimationAction>(chance(10) ? 9u : uniform(0, 1)));
+        else
+            manager()->createConnection(source, trigger, chance(90) ? &Soak::hostFunction : nullptr);
+        if (source && chance(10) && !source->getTriggers().empty())
+            source->subTrigger(source->getTriggers().begin()->second);
+    }
+
+    void advanceClock()
+    {
+        if (chance(3))
+            seconds = hostile();
+        else if (!std::isfinite(seconds) || std::fabs(seconds) > 1.0e6)
+            seconds = 0.0;
+        else
+            seconds += chance(10) ? -real(0.0f, 1.0f) : real(0.0f, 0.5f);
+    }
+
+    void playObjects()
+    {
+        C* controller = C::the();
+        for (int i = uniform(0, 2); i > 0; --i)
+            controller->enqueueObject(anyObject(), chance(50));
+        if (chance(10))
+            controller->dequeueObject(anyObject());
+        for (int i = uniform(1, 4); i > 0; --i) {
+            advanceClock();
+            controller->loop();
+        }
+    }
+
+    void playGlobally()
+    {
+        C* controller = C::the();
+        std::vector<osg::UInt64> ids;
+        for (int i = uniform(0, 3); i > 0; --i) {
+            zeAnimationObject* object = anyObject();
+            ids.push_back(object ? object->getId() : 12345);
+        }
+        if (chance(60))
+            controller->playGlobal(ids, chance(20), chance(30), 0.0f, 0.0f, 0.0f);
+        else
+            controller->playGlobal(ids, chance(20), chance(30), frame(), frame(), frame());
+        C::setForcePlayLoopFullFrame(chance(30));
+        for (int i = uniform(1, 5); i > 0; --i) {
+            advanceClock();
+            controller->playLoop();
+        }
+    }
+
+    void transport()
+    {
+        C* controller = C::the();
+        switch (uniform(0, 9)) {
+        case 0:
+            controller->pause(chance(50));
+            break;
+        case 1:
+            controller->pause(anyObject(), chance(50));
+            break;
+        case 2:
+            controller->stop();
+            break;
+        case 3:
+            controller->reset();
+            break;
+        case 4:
+            controller->reset(anyObject());
+            break;
+        case 5:
+            controller->gotoEnd(anyObject());
+            break;
+        case 6:
+            if (chance(50))
+                controller->gotoGlobalBegin(anyObject());
+            else
+                controller->gotoGlobalEnd(anyObject());
+            break;
+        case 7: {
+            std::vector<zeAnimationCurve2D*> curves;
+            for (int i = uniform(0, 3); i > 0; --i)
+                curves.push_back(anyCurve());
+            if (chance(50))
+                controller->gotoGlobalBegin(curves);
+            else
+                controller->gotoGlobalEnd(curves);
+            break;
+        }
+        case 8:
+            controller->stopGlobal();
+            break;
+        default:
+            C::setCurrentFrame(frame(), static_cast<C::AnimationWidget>(uniform(0, 9)));
+            break;
+        }
+    }
+
+    void evaluate()
+    {
+        C* controller = C::the();
+        switch (uniform(0, 4)) {
+        case 0:
+            controller->evaluateObject(anyObject(), frame(), chance(20));
+            break;
+        case 1: {
+            zeAnimationObject* current = anyObject();
+            controller->setCurrentObject(current ? current->getId() : 0);
+            std::vector<osg::UInt64> curves;
+            for (int i = uniform(0, 3); i > 0; --i) {
+                zeAnimationObject* curve = anyCurve();
+                curves.push_back(curve ? curve->getId() : 0);
+            }
+            controller->setCurrentCurves(curves);
+            controller->setEvaluateActiveUnits(chance(50));
+            controller->evaluate(frame(), chance(20));
+            break;
+        }
+        case 2: {
+            std::vector<zeAnimationCurve2D*> curves;
+            for (int i = uniform(0, 4); i > 0; --i)
+                curves.push_back(anyCurve());
+            controller->evaluateCurves(curves, frame(), chance(20));
+            break;
+        }
+        case 3: {
+            float value = 0.0f;
+            C::computeCurveValue(anyCurve(), frame(), value);
+            break;
+        }
+        default:
+            if (zeAnimationObject* object = anyObject())
+                object->triggerLoop(frame());
+            break;
+        }
+    }
+
+    void motionBlur()
+    {
+        C* controller = C::the();
+        const float t = chance(5) ? hostile() : real(0.0f, 1.0f);
+        switch (uniform(0, 3)) {
+        case 0:
+            controller->executeMotionBlur(t);
+            break;
+        case 1:
+            controller->executeMotionBlur(t, anyObject());
+            break;
+        case 2:
+            controller->executeMotionBlurOnActiveUnits(t);
+            break;
+        default:
+            controller->resetMotionBlur();
+            break;
+        }
+    }
+
+    void sequences()
+    {
+        std::vector<zeAnimationSequence*> list;
+        for (int i = uniform(0, 3); i > 0; --i)
+            list.push_back(anySequence());
+        if (chance(30))
+            C::initSequences(list);
+        C::evaluateSequences(list, frame());
+        if (zeAnimationSequence* sequence = anySequence())
+            sequence->move(real(-5.0f, 5.0f), true);
+    }
+
+    void renumber()
+    {
+        zeAnimationObject* object = anyObject();
+        zeAnimationObject* other = anyObject();
+        if (chance(70) && object) {
+            const osg::UInt64 old = object->getId();
+            manager()->setID(chance(50) && other ? other->getId() : manager()->createUID(), object);
+            if (loose.erase(old))
+                loose.insert(object->getId());
+        } else {
+            manager()->setID(manager()->createUID(), anyField());
+        }
+    }
+
+    void sceneValues()
+    {
+        osg::NodePtr node = anyNode();
+        switch (uniform(0, 3)) {
+        case 0:
+            manager()->createAnimationFields(node);
+            break;
+        case 1:
+            manager()->getField(node, chance(50) ? "translateX" : "from");
+            break;
+        default:
+            if (zeAnimationField* field = anyField()) {
+                if (chance(50)) {
+                    field->value = chance(20) ? hostile() : real(-100.0f, 100.0f);
+                    zeAnimationUtils::setOSGFieldValue(field);
+                } else {
+                    zeAnimationUtils::getOSGFieldValue(field);
+                }
+            }
+            break;
+        }
+    }
+
+    void reconfigure()
+    {
+        installCallbacks();
+        C::setFPS(chance(10) ? hostile() : real(10.0f, 60.0f));
+    }
+
+    // ---- Invariants --------------------------------------------------------------------------
+    void markLoose(zeAnimationObject* object)
+    {
+        std::vector<zeAnimationObject*> pending(1, object);
+        for (std::size_t i = 0; i < pending.size(); ++i) {
+            loose.insert(pending[i]->getId());
+            for (zeAnimationObject* child : pending[i]->getObjects())
+                pending.push_back(child);
+        }
+    }
+
+    bool fail(const std::string& what)
+    {
+        std::ostringstream text;
+        text << "seed " << seed << ", step " << step << " (" << operation << "): " << what;
+        failure = text.str();
+        return false;
+    }
+
+    static bool near(float a, float b)
+    {
+        if (a == b || (std::isnan(a) && std::isnan(b)))
+            return true;
+        const float scale = std::max(1.0f, std::max(std::fabs(a), std::fabs(b)));
+        return std::fabs(a - b) <= 1e-4f * scale;
+    }
+
+    bool checkPool()
+    {
+        M* m = manager();
+        const M::ObjectMap objects = m->getObjects();
+        std::map<osg::UInt64, osg::UInt64> listedBy;
+        for (const auto& entry : objects) {
+            const zeAnimationObject* object = entry.second;
+            if (!object || object->getId() != entry.first || m->getObject(entry.first) != object)
+                return fail("object " + std::to_string(entry.first) + " is not reachable by its identifier");
+            // One parent per object: every listed child names its lister as parent, once.
+            for (osg::UInt64 childId : object->getChildIds()) {
+                const zeAnimationObject* child = m->getObject(childId);
+                if (!child)
+                    return fail("a child list names a destroyed object");
+                if (child->getParentId() != object->getId())
+                    return fail("a container lists a child whose parent is another");
+                if (!listedBy.emplace(childId, object->getId()).second)
+                    return fail("a child is listed twice");
+            }
+            // No cycle, and no chain deeper than the limit.
+            int levels = 0;
+            for (const zeAnimationObject* up = object; up; up = up->getParent()) {
+                if (++levels > zeAnimationObject::MaxDepth)
+                    return fail("a parent chain loops or is deeper than the limit");
+            }
+            if (object->getTypeID() == 2) {
+                const zeAnimationCurve2D* curve = static_cast<const zeAnimationCurve2D*>(object);
+                if (curve->getAnimationField() &&
+                    m->getField(curve->getAnimationFieldId()) != curve->getAnimationField())
+                    return fail("a curve's field is neither registered nor unbound");
+                if (!checkKeys(curve))
+                    return false;
+            }
+            if (object->getTypeID() >= 2 && object->getTypeID() <= 5 && !checkBounds(object))
+                return false;
+        }
+        return true;
+    }
+
+    bool checkKeys(const zeAnimationCurve2D* curve)
+    {
+        float previous = -std::numeric_limits<float>::infinity();
+        for (zeAnimationObject* child : curve->getObjects()) {
+            if (child->getTypeID() != 1)
+                return fail("a curve holds something other than keys");
+            const zeControlPoint2D* key = static_cast<const zeControlPoint2D*>(child);
+            if (!std::isfinite(key->getX()) || !std::isfinite(key->getY()))
+                return fail("a key lies at a non-finite position");
+            if (key->getX() < previous)
+                return fail("a curve's keys are out of order");
+            previous = key->getX();
+            for (const zeControlPoint2D* handle : {key->getInTangentPoint(), key->getOutTangentPoint()}) {
+                if (!handle || handle->getParentId() != key->getId() || !std::isfinite(handle->getX()))
+                    return fail("a key's handle is missing, stray or at a non-finite position");
+            }
+        }
+        return true;
+    }
+
+    bool checkBounds(const zeAnimationObject* container)
+    {
+        if (loose.count(container->getId()) || container->isTrimmed())
+            return true;
+        float begin = zeAnimationObject::EmptyLow;
+        float end = zeAnimationObject::EmptyHigh;
+        bool counted = false;
+        for (const zeAnimationObject* child : container->getObjects()) {
+            const osg::UInt32 type = child->getTypeID();
+            if (child->isEmpty() && type != 6 && type != 1)
+                continue;
+            counted = true;
+            if (child->getBegin() < begin)
+                begin = child->getBegin();
+            if (child->getEnd() > end)
+                end = child->getEnd();
+        }
+        if (counted && (!near(container->getBegin(), begin) || !near(container->getEnd(), end))) {
+            if (trace) {
+                std::printf("container %llu lists:", (unsigned long long)container->getId());
+                for (osg::UInt64 id : container->getChildIds()) {
+                    const zeAnimationObject* c = manager()->getObject(id);
+                    std::printf(" %llu(t%u p%llu [%g %g] %s)", (unsigned long long)id, c ? c->getTypeID() : 99, c ? (unsigned long long)c->getParentId() : 0ull, c ? c->getBegin() : 0.f, c ? c->getEnd() : 0.f, c && c->isEmpty() ? "empty" : "");
+                }
+                std::printf("\n");
+            }
+            std::ostringstream text;
+            text << "bounds [" << container->getBegin() << ", " << container->getEnd() << "] of type "
+                 << container->getTypeID() << " differ from its children's [" << begin << ", " << end << "]";
+            return fail(text.str());
+        }
+        return true;
+    }
+
+    const osg::UInt64 seed;
+    const bool trace;
+    std::mt19937_64 rng;
+    const char* operation = "";
+    std::vector<osg::NodePtr> nodes;
+    osg::PerspectiveCamera2Ptr camera;
+    std::set<osg::UInt64> loose;
+    double seconds = 0.0;
+    int reentered = 0;
+    int hostCalls = 0;
+    osg::Pnt3f from = osg::Pnt3f(0.0f, 0.0f, 10.0f);
+    osg::Pnt3f at = osg::Pnt3f(0.0f, 0.0f, 0.0f);
+    osg::Vec3f up = osg::Vec3f(0.0f, 1.0f, 0.0f);
+    float roll = 0.0f;
+};
+
+class SoakTest : public PlaybackTest
+{
+protected:
+    // The controller's class-wide state as a fresh process has it.
+    void resetController()
+    {
+        C::setSimulationTimeCB(&PlaybackTest::hostTime);
+        clock() = 0.0;
+        C::setFPS(25.0f);
+        C::setForcePlayLoopFullFrame(false);
+        controller->setCurrentObject(0);
+        controller->setCurrentCurves({});
+        controller->setEvaluateActiveUnits(false);
+        controller->pause(false);
+        controller->loop();
+        controller->stop();
+        controller->playGlobal(std::vector<osg::UInt64>(), false, false, 0.5f, 0.5f, 0.5f);
+        controller->playLoop();
+        controller->stopGlobal();
+        C::setCurrentFrame(0.0f, C::NoWidget);
+    }
+};
+
+TEST_F(SoakTest, RandomOperationsKeepThePoolWhole)
+{
+    const osg::UInt64 only = environmentNumber("ZE_SOAK_SEED", 0);
+    const osg::UInt64 count = only ? 1 : environmentNumber("ZE_SOAK_SEEDS", 100);
+    const int steps = static_cast<int>(environmentNumber("ZE_SOAK_STEPS", 1500));
+    const bool trace = environmentNumber("ZE_SOAK_TRACE", 0) != 0;
+    const auto started = std::chrono::steady_clock::now();
+    long long operations = 0;
+    for (osg::UInt64 i = 0; i < count; ++i) {
+        const osg::UInt64 seed = only ? only : 1 + i;
+        // Printed first, so that a crash (which ends the process) still names its seed.
+        std::printf("soak seed %llu\n", static_cast<unsigned long long>(seed));
+        std::fflush(stdout);
+        // Every seed starts from the same state, so that it replays alone as it ran among others.
+        clearPool();
+        resetController();
+        manager->random(seed * 2654435761ULL + 1);
+        Soak soak(seed, trace);
+        g_soak = &soak;
+        const bool whole = soak.run(steps);
+        operations += soak.operations;
+        soak.tearDown();
+        g_soak = nullptr;
+        ASSERT_TRUE(whole) << soak.failure << "\nreplay: ZE_SOAK_SEED=" << seed
+                           << " zeAnimationTests --gtest_filter='Soak*'";
+    }
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+    std::printf("soak: %llu seeds, %lld operations in %.1f s\n", static_cast<unsigned long long>(count),
+                operations, seconds);
+}
+
+} // namespace
