@@ -217,6 +217,7 @@ void zeAnimationCurve2D::rebuildKeyCache() const
         c.nodes.push_back(it);
     }
     c.keyCount = c.points.size();
+    c.extremes = false;
     if (c.hasNaN)
         c.ordered = false;
     if (!c.ordered && !c.hasNaN) {
@@ -317,7 +318,29 @@ bool zeAnimationCurve2D::insertKeyInOrder(zeControlPoint2D* key)
     w.points.insert(w.points.begin() + at, key);
     w.nodes.insert(w.nodes.begin() + at, node);
     ++w.keyCount;
+    foldExtreme(at, true);
     return true;
+}
+
+void zeAnimationCurve2D::foldExtreme(std::size_t at, bool inserted) const
+{
+    KeyCache& w = keyCache;
+    if (!w.extremes)
+        return;
+    if (inserted) {
+        w.lowAt += w.lowAt >= at ? 1 : 0;
+        w.highAt += w.highAt >= at ? 1 : 0;
+    }
+    // The first of equal values stays, as the fold over the child list keeps it.
+    const float y = w.ys[at];
+    if (y < w.lowY || (y == w.lowY && at < w.lowAt)) {
+        w.lowY = y;
+        w.lowAt = at;
+    }
+    if (y > w.highY || (y == w.highY && at < w.highAt)) {
+        w.highY = y;
+        w.highAt = at;
+    }
 }
 
 bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
@@ -333,6 +356,12 @@ bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
     KeyCache& w = keyCache;
     solve.valid = false; // the keys changed under the evaluator's remembered segment
     childIds.erase(w.nodes[at]);
+    if (w.lowAt == at || w.highAt == at) {
+        w.extremes = false;
+    } else {
+        w.lowAt -= w.lowAt > at ? 1 : 0;
+        w.highAt -= w.highAt > at ? 1 : 0;
+    }
     w.xs.erase(w.xs.begin() + at);
     w.ys.erase(w.ys.begin() + at);
     w.points.erase(w.points.begin() + at);
@@ -364,28 +393,22 @@ void zeAnimationCurve2D::updateBounds()
     if (c.points.empty())
         return;
     // The base class's fold over the children in child order, read from the cache: every child
-    // is a key, whose begin and end are its x and whose maximum and minimum are its y.
-    float newBegin = EmptyLow;
-    float newEnd = EmptyHigh;
-    float newMaximum = EmptyHigh;
-    float newMinimum = EmptyLow;
-    const std::size_t n = c.xs.size();
-    for (std::size_t i = 0; i < n; ++i) {
-        const float x = c.xs[i];
-        const float y = c.ys[i];
-        if (x < newBegin)
-            newBegin = x;
-        if (x > newEnd)
-            newEnd = x;
-        if (y > newMaximum)
-            newMaximum = y;
-        if (y < newMinimum)
-            newMinimum = y;
+    // is a key, whose begin and end are its x and whose maximum and minimum are its y. The keys
+    // strictly increase in x, so the first and the last give begin and end; the y extremes are
+    // kept in step with the keys.
+    KeyCache& w = keyCache;
+    if (!w.extremes) {
+        w.lowY = w.highY = c.ys[0];
+        w.lowAt = w.highAt = 0;
+        w.extremes = true;
+        for (std::size_t i = 1; i < c.ys.size(); ++i)
+            foldExtreme(i, false);
     }
-    begin = newBegin;
-    end = newEnd;
-    maximum = newMaximum;
-    minimum = newMinimum;
+    // Each fold starts from the empty interval and takes only a strictly better value.
+    const float first = c.xs.front();
+    const float last = c.xs.back();
+    storeBounds(first < EmptyLow ? first : EmptyLow, last > EmptyHigh ? last : EmptyHigh,
+                w.highY > EmptyHigh ? w.highY : EmptyHigh, w.lowY < EmptyLow ? w.lowY : EmptyLow);
 }
 
 // ---- Keys -------------------------------------------------------------------------------------
@@ -612,11 +635,14 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
     if (zeControlPoint2D* existing = findPoint(key->getX()))
         subObject(existing, true);
     key->parentId = id;
+    const bool wasEmpty = childIds.empty();
     if (!insertKeyInOrder(key)) {
         childIds.push_back(key->getId());
         dropKeyCache();
         sortObjectsByBegin();
     }
+    if (wasEmpty)
+        noteChange(); // an empty curve does not count in its block's bounds; now it does
     recomputeAround(key);
     if (curveIds.count(id) == 0) {
         // The curve lost its own entry when its last key went; it comes back with this key.
@@ -646,6 +672,8 @@ zeAnimationObject* zeAnimationCurve2D::subObject(zeAnimationObject* object, bool
         dropKeyCache();
     }
     key->parentId = 0;
+    if (childIds.empty())
+        noteChange();
     if (around.first)
         recomputeTangents(around.first);
     if (around.second)
@@ -756,6 +784,7 @@ void zeAnimationCurve2D::assignKeys(const std::vector<zeControlPoint2D*>& points
         point->parentId = id;
         childIds.push_back(point->getId());
     }
+    noteChange();
     std::sort(losers.begin(), losers.end());
     losers.erase(std::unique(losers.begin(), losers.end()), losers.end());
     for (zeControlPoint2D* loser : losers) {
@@ -800,14 +829,47 @@ void zeAnimationCurve2D::moveSelectedPoints(const osg::Vec2f& delta, bool snapX,
         const osg::Pnt2f position = zeAnimationUtils::snap(base + delta, snapX, snapY);
         const osg::Pnt2f in = zeAnimationUtils::snap(baseIn + delta, snapX, snapY);
         const osg::Pnt2f out = zeAnimationUtils::snap(baseOut + delta, snapX, snapY);
-        key->setPosition(position);
-        key->setInTangent(osg::Vec2f(in[0], in[1]));
-        key->setOutTangent(osg::Vec2f(out[0], out[1]));
+        placeKey(key, position, osg::Vec2f(in[0], in[1]), osg::Vec2f(out[0], out[1]));
         recomputeAround(key);
         moved = true;
     }
     if (moved)
         updateBy(this, Change, true);
+}
+
+void zeAnimationCurve2D::placeKey(zeControlPoint2D* key, const osg::Pnt2f& position, const osg::Vec2f& in,
+                                  const osg::Vec2f& out)
+{
+    const KeyCache& c = validKeyCache();
+    const std::size_t n = c.xs.size();
+    std::size_t at = n;
+    if (c.ordered && c.complete) {
+        at = static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), key->getX()) - c.xs.begin());
+        if (at < n && c.points[at] != key)
+            at = n;
+    }
+    const auto finite = [](float x, float y) { return std::isfinite(x) && std::isfinite(y); };
+    const osg::UInt64 expected = zeControlPoint2D::getPositionEpoch() + (finite(position[0], position[1]) ? 1 : 0) +
+                                 (key->getInTangentPoint() && finite(in[0], in[1]) ? 1 : 0) +
+                                 (key->getOutTangentPoint() && finite(out[0], out[1]) ? 1 : 0);
+    key->setPosition(position);
+    key->setInTangent(in);
+    key->setOutTangent(out);
+    // The key's own writes, and nothing else, happened since the cache was valid: when the key
+    // stays strictly between its neighbours, only its entry changes.
+    const float x = key->getX();
+    KeyCache& w = keyCache;
+    if (at == n || zeControlPoint2D::getPositionEpoch() != expected || (at > 0 && !(w.xs[at - 1] < x)) ||
+        (at + 1 < n && !(x < w.xs[at + 1])))
+        return;
+    solve.valid = false;
+    w.xs[at] = x;
+    w.ys[at] = key->getY();
+    if (w.extremes && (w.lowAt == at || w.highAt == at))
+        w.extremes = false;
+    else
+        foldExtreme(at, false);
+    w.positionEpoch = expected;
 }
 
 void zeAnimationCurve2D::moveSelectedPointsTo(const osg::Pnt2f& target, bool snapX, bool snapY, bool useTemp)

@@ -189,6 +189,14 @@ private:
         std::vector<ChildList::iterator> nodes;
         // Index of the segment evaluation found last: playback asks frame after frame.
         std::size_t lastSegment = 0;
+        // With `ordered` and `complete`: the smallest and largest y and the first key holding
+        // each, kept in step with single insertions, removals and moves; worked out again when
+        // `extremes` is false.
+        bool extremes = false;
+        float lowY = 0.0f;
+        float highY = 0.0f;
+        std::size_t lowAt = 0;
+        std::size_t highAt = 0;
     };
 
     enum SegmentLocation
@@ -221,6 +229,12 @@ private:
     bool eraseKeyInOrder(zeControlPoint2D* key);
     // computeTangents, telling the cache that only handles moved, so it stays valid.
     bool recomputeTangents(zeControlPoint2D* key);
+    // Writes a key's position and handles; a key that stays between its neighbours keeps the
+    // cache valid.
+    void placeKey(zeControlPoint2D* key, const osg::Pnt2f& position, const osg::Vec2f& in, const osg::Vec2f& out);
+    // Folds the y of the key at `at` into the cache's extremes (shifting them first when a key
+    // was inserted there).
+    void foldExtreme(std::size_t at, bool inserted) const;
 
     mutable KeyCache keyCache;
 

@@ -1233,17 +1233,11 @@ bool zeAnimationManager::moveObjectToStreak(zeAnimationObject* obj, zeAnimationS
     return true;
 }
 
-namespace {
-
-const osg::UInt32 kMaxAppendedTracks = 100000;
-
-} // namespace
-
 bool zeAnimationManager::moveObjectToStreak(zeAnimationObject* obj, zeAnimationStrip* clip, osg::UInt32 index)
 {
-    // Tracks are appended until one sits at the index; an index absurdly far beyond the clip's
-    // rows is refused rather than filling memory with empty tracks.
-    if (!obj || !clip || index >= clip->getStreakAmount() + kMaxAppendedTracks)
+    // Tracks are appended until one sits at the index; each append costs the same whatever the
+    // clip's size.
+    if (!obj || !clip)
         return false;
     while (clip->getStreakAmount() <= index)
         clip->addObject(createStreak(0));

@@ -226,7 +226,6 @@ public:
     // ---- Moving ---------------------------------------------------------------------------
     bool moveObjectToStreak(zeAnimationObject* obj, zeAnimationStreak* track);
     // Appends tracks named "Track" until the clip has one at `index`, then moves the object there.
-    // An index 100,000 or more rows beyond the clip's tracks is refused (false).
     bool moveObjectToStreak(zeAnimationObject* obj, zeAnimationStrip* clip, osg::UInt32 index);
 
     // ---- Connections and triggers ---------------------------------------------------------

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <limits>
 
 osg::UInt32 zeAnimationObject::_typeID = 0;
 osg::UInt64 zeAnimationObject::_childListEpoch = 0;
@@ -98,22 +100,34 @@ zeAnimationObject::~zeAnimationObject()
 
 void zeAnimationObject::setBegin(float value)
 {
+    const bool changed = !(begin == value);
     begin = value;
+    if (changed)
+        noteChange();
 }
 
 void zeAnimationObject::setEnd(float value)
 {
+    const bool changed = !(end == value);
     end = value;
+    if (changed)
+        noteChange();
 }
 
 void zeAnimationObject::setMaximum(float value)
 {
+    const bool changed = !(maximum == value);
     maximum = value;
+    if (changed)
+        noteChange();
 }
 
 void zeAnimationObject::setMinimum(float value)
 {
+    const bool changed = !(minimum == value);
     minimum = value;
+    if (changed)
+        noteChange();
 }
 
 void zeAnimationObject::setActive(bool value)
@@ -210,7 +224,9 @@ zeAnimationObject* zeAnimationObject::subObject(zeAnimationObject* object, bool)
 void zeAnimationObject::mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source,
                                        Operation op)
 {
-    if (!source || (op != Remove && op != Add))
+    // A source without summaries (a key, an empty container) has nothing to merge or drop.
+    if (!source || (op != Remove && op != Add) ||
+        (source != target && source->curveIds.empty() && source->sequenceIds.empty()))
         return;
     ++_summaryEpoch;
     if (op == Remove) {
@@ -274,35 +290,24 @@ void zeAnimationObject::updateBounds()
 {
     if (childIds.empty())
         return;
-    float newBegin = EmptyLow;
-    float newEnd = EmptyHigh;
-    float newMaximum = EmptyHigh;
-    float newMinimum = EmptyLow;
-    for (const zeAnimationObject* child : resolvedChildren()) {
-        if (!child)
-            continue;
-        // Empty containers do not count; a sequence (no children by nature) and a key (whose
-        // bounds are its own position) do.
-        const osg::UInt32 type = child->getTypeID();
-        if (child->childIds.empty() && type != 6 && type != 1)
-            continue;
-        const float childBegin = child->getBegin();
-        const float childEnd = child->getEnd();
-        const float childMaximum = child->getMaximum();
-        const float childMinimum = child->getMinimum();
-        if (childBegin < newBegin)
-            newBegin = childBegin;
-        if (childEnd > newEnd)
-            newEnd = childEnd;
-        if (childMaximum > newMaximum)
-            newMaximum = childMaximum;
-        if (childMinimum < newMinimum)
-            newMinimum = childMinimum;
-    }
+    // Empty containers do not count; a sequence (no children by nature) and a key (whose bounds
+    // are its own position) do. Each bound is the fold, in list order with strict comparisons,
+    // starting from the empty interval: the child state keeps it.
+    const ChildState& state = childStateNow();
+    storeBounds(state.fold[0], state.fold[1], state.fold[2], state.fold[3]);
+}
+
+void zeAnimationObject::storeBounds(float newBegin, float newEnd, float newMaximum, float newMinimum)
+{
+    const float stored[4] = {begin, end, maximum, minimum};
+    const float given[4] = {newBegin, newEnd, newMaximum, newMinimum};
+    const bool changed = std::memcmp(stored, given, sizeof(stored)) != 0;
     begin = newBegin;
     end = newEnd;
     maximum = newMaximum;
     minimum = newMinimum;
+    if (changed)
+        noteChange();
 }
 
 void zeAnimationObject::move(float, bool) {}
@@ -502,36 +507,347 @@ zeAnimationObject::FindResult zeAnimationObject::findObject(float frame)
     return FindResult(false, childIds.end());
 }
 
-const std::vector<zeAnimationObject*>& zeAnimationObject::resolvedChildren() const
+// ---- Child state ------------------------------------------------------------------------------
+
+namespace {
+
+const std::size_t kNoEntry = static_cast<std::size_t>(-1);
+// Changes noted before the state is looked at again; beyond that a rebuild is cheaper.
+const std::size_t kMostPending = 16;
+
+// Bounds 0 and 3 (begin, minimum) fold to the smallest value, 1 and 2 (end, maximum) to the
+// largest, each starting from the empty interval and replaced only by a strictly better value,
+// so the first of equal values stays.
+bool lowerFold(int k)
 {
-    const zeAnimationManager* m = manager();
-    ResolvedChildren& cache = resolved;
-    // An entry that did not resolve may start to once its object changes parent, which the
-    // registry does not see: such a list is resolved afresh every time.
-    bool valid =
-        !cache.missing && cache.removals == m->_registryRemovals && cache.ids.size() == childIds.size();
-    if (valid) {
-        std::vector<osg::UInt64>::const_iterator cached = cache.ids.begin();
-        for (osg::UInt64 childId : childIds) {
-            if (*cached++ != childId) {
-                valid = false;
-                break;
+    return k == 0 || k == 3;
+}
+
+float foldStart(int k)
+{
+    return lowerFold(k) ? zeAnimationObject::EmptyLow : zeAnimationObject::EmptyHigh;
+}
+
+bool better(int k, float candidate, float current)
+{
+    return lowerFold(k) ? candidate < current : candidate > current;
+}
+
+} // namespace
+
+void zeAnimationObject::noteChange()
+{
+    if (parentId == 0)
+        return;
+    if (zeAnimationObject* parent = manager()->getObject(parentId))
+        parent->childChanged(this);
+}
+
+void zeAnimationObject::childChanged(zeAnimationObject* child)
+{
+    ChildState& state = childState;
+    if (state.valid) {
+        if (std::find(state.pending.begin(), state.pending.end(), child) == state.pending.end()) {
+            if (state.pending.size() < kMostPending)
+                state.pending.push_back(child);
+            else
+                invalidateChildState();
+        }
+    }
+    // A track's layout is its clip's business too.
+    if (getTypeID() == 4)
+        noteChange();
+}
+
+void zeAnimationObject::fillEntry(ChildEntry& entry, zeAnimationObject* child) const
+{
+    entry.object = child;
+    entry.type = child ? child->getTypeID() : 0;
+    entry.counts = false;
+    entry.simple = true;
+    entry.empty = true;
+    entry.firstBegin = entry.lastEnd = entry.widestGap = 0.0f;
+    if (!child) {
+        for (float& bound : entry.bounds)
+            bound = 0.0f;
+        return;
+    }
+    entry.bounds[0] = child->getBegin();
+    entry.bounds[1] = child->getEnd();
+    entry.bounds[2] = child->getMaximum();
+    entry.bounds[3] = child->getMinimum();
+    const osg::UInt32 type = child->getTypeID();
+    entry.counts = !child->childIds.empty() || type == 6 || type == 1;
+    if (type == 4) {
+        const ChildState& layout = child->childStateNow();
+        if (layout.layoutStale)
+            child->rescanLayout();
+        entry.simple = layout.simple;
+        entry.empty = layout.entries.empty();
+        if (!entry.empty) {
+            entry.firstBegin = layout.entries.front().bounds[0];
+            entry.lastEnd = layout.entries.back().bounds[1];
+            entry.widestGap = layout.widestGap;
+        }
+    }
+}
+
+void zeAnimationObject::rebuildChildState() const
+{
+    ChildState& state = childState;
+    state.entries.clear();
+    state.pending.clear();
+    state.sorted = true;
+    state.keys = false;
+    state.simple = true;
+    state.widestGap = 0.0f;
+    state.layoutStale = false;
+    state.roomLeaves = 0;
+    for (int k = 0; k < 4; ++k) {
+        state.fold[k] = foldStart(k);
+        state.foldAt[k] = kNoEntry;
+    }
+    state.entries.reserve(childIds.size());
+    for (osg::UInt64 childId : childIds)
+        appendToChildState(resolveChild(childId));
+    state.removals = manager()->_registryRemovals;
+    state.valid = true;
+}
+
+void zeAnimationObject::appendToChildState(zeAnimationObject* child) const
+{
+    ChildState& state = childState;
+    const std::size_t index = state.entries.size();
+    state.entries.emplace_back();
+    ChildEntry& entry = state.entries.back();
+    fillEntry(entry, child);
+    if (child) {
+        child->indexInParent = index;
+        state.keys = state.keys || child->getTypeID() == 1;
+    }
+    if (state.roomLeaves != 0) {
+        if (index < state.roomLeaves)
+            setRoomLeaf(index);
+        else
+            state.roomLeaves = 0; // full: built again, twice the size, when next asked
+    }
+    const float b = entry.bounds[0];
+    const float e = entry.bounds[1];
+    const bool hasPrevious = index > 0;
+    const ChildEntry* previous = hasPrevious ? &state.entries[index - 1] : nullptr;
+    state.sorted = state.sorted && child && !std::isnan(b) && (!hasPrevious || previous->bounds[0] <= b);
+    if (entry.counts) {
+        for (int k = 0; k < 4; ++k) {
+            if (better(k, entry.bounds[k], state.fold[k])) {
+                state.fold[k] = entry.bounds[k];
+                state.foldAt[k] = index;
             }
         }
     }
-    if (!valid) {
-        cache.ids.assign(childIds.begin(), childIds.end());
-        cache.objects.clear();
-        cache.objects.reserve(cache.ids.size());
-        cache.missing = false;
-        for (osg::UInt64 childId : cache.ids) {
-            zeAnimationObject* child = resolveChild(childId);
-            cache.missing = cache.missing || !child;
-            cache.objects.push_back(child);
-        }
-        cache.removals = m->_registryRemovals;
+    if (state.layoutStale)
+        return;
+    const bool proper = child && std::isfinite(b) && std::isfinite(e) && b < e;
+    if (!proper || (hasPrevious && !(previous->bounds[1] <= b)))
+        state.simple = false;
+    else if (hasPrevious && b - previous->bounds[1] > state.widestGap)
+        state.widestGap = b - previous->bounds[1];
+}
+
+void zeAnimationObject::rescanFold() const
+{
+    ChildState& state = childState;
+    for (int k = 0; k < 4; ++k) {
+        state.fold[k] = foldStart(k);
+        state.foldAt[k] = kNoEntry;
     }
-    return cache.objects;
+    for (std::size_t i = 0; i < state.entries.size(); ++i) {
+        const ChildEntry& entry = state.entries[i];
+        if (!entry.counts)
+            continue;
+        for (int k = 0; k < 4; ++k) {
+            if (better(k, entry.bounds[k], state.fold[k])) {
+                state.fold[k] = entry.bounds[k];
+                state.foldAt[k] = i;
+            }
+        }
+    }
+}
+
+void zeAnimationObject::rescanLayout() const
+{
+    ChildState& state = childState;
+    state.layoutStale = false;
+    state.simple = true;
+    state.widestGap = 0.0f;
+    for (std::size_t i = 0; i < state.entries.size(); ++i) {
+        const ChildEntry& entry = state.entries[i];
+        const float b = entry.bounds[0];
+        const float e = entry.bounds[1];
+        if (!entry.object || !std::isfinite(b) || !std::isfinite(e) || !(b < e) ||
+            (i > 0 && !(state.entries[i - 1].bounds[1] <= b))) {
+            state.simple = false;
+            return;
+        }
+        if (i > 0)
+            state.widestGap = std::max(state.widestGap, b - state.entries[i - 1].bounds[1]);
+    }
+}
+
+void zeAnimationObject::updateChildEntry(std::size_t index) const
+{
+    ChildState& state = childState;
+    ChildEntry& entry = state.entries[index];
+    const ChildEntry before = entry;
+    fillEntry(entry, entry.object);
+    const std::size_t n = state.entries.size();
+    const float b = entry.bounds[0];
+    if (state.sorted)
+        state.sorted = !std::isnan(b) && (index == 0 || state.entries[index - 1].bounds[0] <= b) &&
+                       (index + 1 == n || b <= state.entries[index + 1].bounds[0]);
+    // The union: a bound that this entry held and that now recedes (or stops counting) needs
+    // the others; anything else is decided by this entry alone.
+    bool rescan = false;
+    for (int k = 0; k < 4 && !rescan; ++k) {
+        if (state.foldAt[k] == index && (!entry.counts || better(k, before.bounds[k], entry.bounds[k]) ||
+                                         std::isnan(entry.bounds[k])))
+            rescan = true;
+    }
+    if (rescan) {
+        rescanFold();
+    } else if (entry.counts) {
+        for (int k = 0; k < 4; ++k) {
+            const float value = entry.bounds[k];
+            if (state.foldAt[k] == index || better(k, value, state.fold[k]) ||
+                (value == state.fold[k] && index < state.foldAt[k] && state.foldAt[k] != kNoEntry)) {
+                state.fold[k] = value;
+                state.foldAt[k] = index;
+            }
+        }
+    }
+    state.layoutStale = true;
+    if (state.roomLeaves != 0)
+        setRoomLeaf(index);
+}
+
+const zeAnimationObject::ChildState& zeAnimationObject::childStateNow() const
+{
+    ChildState& state = childState;
+    // Keys do not report changes; a destroyed child may have left an entry behind.
+    if (!state.valid || state.keys || state.removals != manager()->_registryRemovals) {
+        rebuildChildState();
+        return state;
+    }
+    if (state.pending.empty())
+        return state;
+    std::vector<zeAnimationObject*> pending;
+    pending.swap(state.pending);
+    for (zeAnimationObject* child : pending) {
+        const std::size_t index = child->indexInParent;
+        if (index >= state.entries.size() || state.entries[index].object != child) {
+            rebuildChildState();
+            return state;
+        }
+        updateChildEntry(index);
+    }
+    pending.clear();
+    state.pending.swap(pending); // keeps the capacity
+    return state;
+}
+
+bool zeAnimationObject::collidesWithChild(float nb, float ne) const
+{
+    const ChildState& state = childStateNow();
+    if (state.layoutStale)
+        rescanLayout();
+    const std::vector<ChildEntry>& entries = state.entries;
+    if (state.simple && std::isfinite(nb) && std::isfinite(ne) && nb < ne) {
+        // Children of positive length, in order and apart: for an interval of positive length
+        // the rule comes down to overlapping one of them, and their ends are in order too.
+        const std::vector<ChildEntry>::const_iterator first =
+            std::upper_bound(entries.begin(), entries.end(), nb,
+                             [](float value, const ChildEntry& entry) { return value < entry.bounds[1]; });
+        return first != entries.end() && first->bounds[0] < ne;
+    }
+    for (const ChildEntry& entry : entries) {
+        if (!entry.object)
+            continue;
+        const float cb = entry.bounds[0];
+        const float ce = entry.bounds[1];
+        if ((cb < nb && nb < ce) || (cb < ne && ne < ce) || (nb <= cb && ce <= ne) || (cb <= nb && ne <= ce))
+            return true;
+    }
+    return false;
+}
+
+void zeAnimationObject::setRoomLeaf(std::size_t index) const
+{
+    ChildState& state = childState;
+    ChildState::RoomNode leaf = {false, -std::numeric_limits<float>::infinity(),
+                                 std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()};
+    if (index < state.entries.size()) {
+        const ChildEntry& entry = state.entries[index];
+        if (entry.object && entry.type == 4) {
+            if (entry.empty || !entry.simple) {
+                leaf.open = true;
+            } else {
+                leaf.maxFirstBegin = entry.firstBegin;
+                leaf.minLastEnd = entry.lastEnd;
+                leaf.maxGap = entry.widestGap;
+            }
+        }
+    }
+    std::size_t node = state.roomLeaves + index;
+    state.room[node] = leaf;
+    for (node /= 2; node >= 1; node /= 2) {
+        const ChildState::RoomNode& a = state.room[2 * node];
+        const ChildState::RoomNode& b = state.room[2 * node + 1];
+        state.room[node] = {a.open || b.open, std::max(a.maxFirstBegin, b.maxFirstBegin),
+                            std::min(a.minLastEnd, b.minLastEnd), std::max(a.maxGap, b.maxGap)};
+    }
+}
+
+std::size_t zeAnimationObject::findRoom(std::size_t node, std::size_t low, std::size_t high, std::size_t from,
+                                        float nb, float ne) const
+{
+    const ChildState::RoomNode& summary = childState.room[node];
+    // Before the first child, after the last, or in a gap at least as wide as the interval.
+    if (high <= from ||
+        !(summary.open || ne <= summary.maxFirstBegin || summary.minLastEnd <= nb || ne - nb <= summary.maxGap))
+        return kNoEntry;
+    if (high - low == 1)
+        return low;
+    const std::size_t middle = (low + high) / 2;
+    const std::size_t left = findRoom(2 * node, low, middle, from, nb, ne);
+    return left != kNoEntry ? left : findRoom(2 * node + 1, middle, high, from, nb, ne);
+}
+
+zeAnimationObject* zeAnimationObject::firstTrackWithRoom(float nb, float ne,
+                                                         bool (*tryTrack)(zeAnimationObject*, void*),
+                                                         void* context) const
+{
+    const bool proper = std::isfinite(nb) && std::isfinite(ne) && nb < ne;
+    for (std::size_t i = 0;; ++i) {
+        const ChildState& state = childStateNow();
+        const std::size_t n = state.entries.size();
+        if (proper) {
+            if (state.roomLeaves == 0) {
+                std::size_t leaves = 1;
+                while (leaves < 2 * n)
+                    leaves *= 2;
+                childState.room.assign(2 * leaves, ChildState::RoomNode());
+                childState.roomLeaves = leaves;
+                for (std::size_t leaf = 0; leaf < leaves; ++leaf)
+                    setRoomLeaf(leaf);
+            }
+            i = findRoom(1, 0, state.roomLeaves, i, nb, ne);
+        }
+        if (i >= n)
+            return nullptr;
+        // Taken out first: a track that takes the object changes this state.
+        zeAnimationObject* track = state.entries[i].type == 4 ? state.entries[i].object : nullptr;
+        if (track && tryTrack(track, context))
+            return track;
+    }
 }
 
 void zeAnimationObject::sortObjectsByBegin()
@@ -543,53 +859,43 @@ void zeAnimationObject::sortObjectsByBegin()
     if (getTypeID() == 2 && static_cast<const zeAnimationCurve2D*>(this)->keysKnownInOrder())
         return;
     // A stable sort of an already ordered list changes nothing, and the list nearly always is
-    // ordered: check that first.
-    const std::vector<zeAnimationObject*>& children = resolvedChildren();
-    std::vector<std::pair<float, std::size_t>> order;
-    order.reserve(children.size());
-    bool ordered = true;
-    bool comparable = true;
-    for (const zeAnimationObject* child : children) {
-        // With an unresolved child or a NaN begin the comparison is no strict weak order; the
-        // list sort with the registry comparison then decides, exactly as it would alone.
-        const float value = child ? child->getBegin() : 0.0f;
-        if (!child || std::isnan(value)) {
-            comparable = false;
-            break;
-        }
-        if (!order.empty() && value < order.back().first)
-            ordered = false;
-        order.emplace_back(value, order.size());
-    }
-    if (comparable && ordered)
+    // ordered: the child state knows.
+    const ChildState& state = childStateNow();
+    if (state.sorted)
         return;
     ++_childListEpoch;
+    bool comparable = true;
+    for (const ChildEntry& entry : state.entries)
+        comparable = comparable && entry.object && !std::isnan(entry.bounds[0]);
     if (!comparable) {
+        // With an unresolved child or a NaN begin the comparison is no strict weak order; the
+        // list sort with the registry comparison decides, as it would alone.
         childIds.sort([this](osg::UInt64 a, osg::UInt64 b) {
             const zeAnimationObject* objectA = resolveChild(a);
             const zeAnimationObject* objectB = resolveChild(b);
             return objectA && objectB && objectA->getBegin() < objectB->getBegin();
         });
+        invalidateChildState();
         return;
     }
     // Every child resolves and no begin is NaN: a stable sort of the begins gives the list
-    // sort's order. The ids are written back into the existing list nodes, and the resolved
-    // children follow the new order, so the next update need not resolve them again.
+    // sort's order. The identifiers are written back into the existing list nodes.
+    std::vector<std::pair<float, std::size_t>> order;
+    order.reserve(state.entries.size());
+    for (const ChildEntry& entry : state.entries)
+        order.emplace_back(entry.bounds[0], order.size());
     std::stable_sort(order.begin(), order.end(),
                      [](const std::pair<float, std::size_t>& a, const std::pair<float, std::size_t>& b) {
                          return a.first < b.first;
                      });
-    std::vector<osg::UInt64> ids(resolved.ids.size());
-    std::vector<zeAnimationObject*> objects(ids.size());
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        ids[i] = resolved.ids[order[i].second];
-        objects[i] = resolved.objects[order[i].second];
-    }
+    std::vector<osg::UInt64> ids;
+    ids.reserve(order.size());
+    for (const std::pair<float, std::size_t>& item : order)
+        ids.push_back(state.entries[item.second].object->id);
     ChildList::iterator node = childIds.begin();
     for (osg::UInt64 childId : ids)
         *node++ = childId;
-    resolved.ids.swap(ids);
-    resolved.objects.swap(objects);
+    invalidateChildState();
 }
 
 // ---- Triggers ---------------------------------------------------------------------------------
@@ -833,8 +1139,13 @@ void zeAnimationObject::containerTriggerLoop(float frame, bool passDown, osg::UI
 void zeAnimationObject::appendChild(zeAnimationObject* child)
 {
     child->parentId = id;
+    const bool wasEmpty = childIds.empty();
     childIds.push_back(child->id);
     ++_childListEpoch;
+    if (childState.valid)
+        appendToChildState(child);
+    if (wasEmpty || getTypeID() == 4)
+        noteChange();
     updateBy(child, Add, true);
 }
 
@@ -845,6 +1156,8 @@ bool zeAnimationObject::unlinkChild(zeAnimationObject* child)
         return false;
     childIds.erase(found.second);
     ++_childListEpoch;
+    invalidateChildState();
+    noteChange();
     // An entry left behind by a destroyed child may carry an identifier given out again: its
     // new owner's parent is not this object and stays.
     if (child->parentId == id)
@@ -873,7 +1186,9 @@ void zeAnimationObject::renumberLinks(osg::UInt64 newId)
                 childId = newId;
         }
         ++_childListEpoch;
+        parent->invalidateChildState();
     }
+    invalidateChildState();
     // A curve or sequence carries its own identifier in its summaries and its ancestors'.
     const std::size_t limit = chainLimit();
     std::size_t hops = 0;
@@ -891,14 +1206,20 @@ void zeAnimationObject::appendQuietly(zeAnimationObject* child)
     child->parentId = id;
     childIds.push_back(child->id);
     ++_childListEpoch;
+    invalidateChildState();
 }
 
 void zeAnimationObject::finishAppends()
 {
-    for (const zeAnimationObject* child : resolvedChildren())
-        mergeSummaries(this, child, Add);
+    for (const ChildEntry& entry : childStateNow().entries) {
+        if (entry.object)
+            mergeSummaries(this, entry.object, Add);
+    }
     sortObjectsByBegin();
     updateBounds();
+    // The parent rebuilds its own state when it finishes in turn; one not loaded in this bulk
+    // learns of a change of emptiness here.
+    noteChange();
 }
 
 void zeAnimationObject::copyContainerState(const zeAnimationObject& other)

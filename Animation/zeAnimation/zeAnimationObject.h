@@ -239,6 +239,20 @@ protected:
     void containerTriggerLoop(float frame, bool passDown, osg::UInt32 onlyType);
     // Unlinks a listed child and drops its summaries; false when it is not listed.
     bool unlinkChild(zeAnimationObject* child);
+    // Sets the four bounds, telling the parent when one of them changed.
+    void storeBounds(float newBegin, float newEnd, float newMaximum, float newMinimum);
+    // Called after this object's interval, value range or emptiness changed, or, for a track,
+    // its children's layout: the parent takes note (see ChildState).
+    void noteChange();
+    // Of a track: whether an object over [nb, ne] collides with a child by the track's overlap
+    // rule (a child's interval containing or contained in it, or an edge strictly inside).
+    bool collidesWithChild(float nb, float ne) const;
+    // Of a clip: calls tryTrack on each child track in list order that may have room for
+    // [nb, ne] by the track's overlap rule, until it returns true; that track is returned. Tracks
+    // that certainly have no room (their children of positive length, in order and apart, with no
+    // gap wide enough) are not asked.
+    zeAnimationObject* firstTrackWithRoom(float nb, float ne, bool (*tryTrack)(zeAnimationObject*, void*),
+                                          void* context) const;
     void notifyParent();
     // Bulk linking for the file loader, which builds whole subtrees: appendQuietly links a child
     // as the last entry of the child list and does nothing else; finishAppends then brings the
@@ -292,19 +306,77 @@ protected:
     static zeAnimationObject _the;
 
 private:
-    // The child list resolved through the registry, kept for the updates that walk all children
-    // on every change below (order check, bounds). It is trusted only while it lists the same
-    // identifiers in the same order, every one of them resolved and the registry has removed
-    // nothing since it was built, so it always equals a fresh resolution.
-    struct ResolvedChildren
+    // What the updates and the track's overlap test need of the children, kept in step with them
+    // rather than found by walking all of them on every change: the children resolved in list
+    // order with the interval and value range each last reported, whether the list is in order of
+    // begin, the union of their bounds, and their layout along time. Children report every
+    // change of their interval, value range or emptiness (noteChange) and a track every change
+    // of its layout, and an appended child joins in step; anything the state cannot follow in
+    // step (a removal, a sort, a renumbering, many changes at once, a registry removal) makes it
+    // rebuild. Keys do not report (their curve keeps its own key cache), so a container holding
+    // a key rebuilds on every use.
+    struct ChildEntry
     {
-        std::vector<osg::UInt64> ids;
-        std::vector<zeAnimationObject*> objects;
-        osg::UInt64 removals = 0;
-        bool missing = false;
+        zeAnimationObject* object; // null when the entry does not resolve to a child
+        osg::UInt32 type;
+        float bounds[4]; // begin, end, maximum, minimum
+        bool counts;               // takes part in the union: not an empty container
+        // Of a track: the layout of its own children, for its clip's insertion.
+        bool simple;
+        bool empty;
+        float firstBegin;
+        float lastEnd;
+        float widestGap;
     };
-    const std::vector<zeAnimationObject*>& resolvedChildren() const;
-
+    struct ChildState
+    {
+        bool valid = false;
+        osg::UInt64 removals = 0;
+        std::vector<ChildEntry> entries;
+        std::vector<zeAnimationObject*> pending;
+        bool sorted = false; // every entry resolves, no begin is NaN, begins never decrease
+        bool keys = false;
+        // The union: for each of the four bounds the value the base fold gives and the first
+        // entry that holds it.
+        float fold[4];
+        std::size_t foldAt[4];
+        // The layout: every child resolves to a finite interval of positive length, in order and
+        // without overlap (touching allowed); the widest gap between two neighbours. Worked out
+        // again only when asked for after a child changed.
+        bool simple = true;
+        float widestGap = 0.0f;
+        bool layoutStale = false;
+        // Of a clip, built on its first insertion and then kept in step: over ranges of entries,
+        // whether a track there may have room (see firstTrackWithRoom), so that insertion skips
+        // whole ranges of full tracks at once.
+        struct RoomNode
+        {
+            bool open;           // an empty track, or one whose children are not simply laid out
+            float maxFirstBegin; // the latest first child's begin
+            float minLastEnd;    // the earliest last child's end
+            float maxGap;        // the widest gap between neighbouring children
+        };
+        std::vector<RoomNode> room;
+        std::size_t roomLeaves = 0;
+    };
+    const ChildState& childStateNow() const;
+    void rebuildChildState() const;
+    void appendToChildState(zeAnimationObject* child) const;
+    void updateChildEntry(std::size_t index) const;
+    void rescanFold() const;
+    void rescanLayout() const;
+    void fillEntry(ChildEntry& entry, zeAnimationObject* child) const;
+    void setRoomLeaf(std::size_t index) const;
+    std::size_t findRoom(std::size_t node, std::size_t low, std::size_t high, std::size_t from, float nb,
+                         float ne) const;
+    void invalidateChildState()
+    {
+        childState.valid = false;
+        childState.pending.clear();
+        childState.roomLeaves = 0;
+    }
+    // A child's interval, value range, emptiness or layout changed.
+    void childChanged(zeAnimationObject* child);
     void appendChild(zeAnimationObject* child);
     // Before the manager gives this object another identifier: the parent's child list, the
     // children's parent links and the curve and sequence summaries take the new one.
@@ -317,7 +389,8 @@ private:
     void applyUpdate(zeAnimationObject* source, Operation op);
     static void mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op);
 
-    mutable ResolvedChildren resolved;
+    mutable ChildState childState;
+    mutable std::size_t indexInParent = 0;
 
     // The curve set resolved to curves, kept while no curve set anywhere changed (the summary
     // epoch) and the registry lost nothing (or gained nothing while an entry was missing).

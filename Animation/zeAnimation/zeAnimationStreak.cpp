@@ -48,14 +48,8 @@ bool zeAnimationStreak::insertObject(zeAnimationObject* object)
     const osg::UInt32 type = object->getTypeID();
     if (type != 3 && type != 5 && type != 6)
         return false;
-    const float nb = object->getBegin();
-    const float ne = object->getEnd();
-    for (const zeAnimationObject* child : childrenOfType(0)) {
-        const float cb = child->getBegin();
-        const float ce = child->getEnd();
-        if ((cb < nb && nb < ce) || (cb < ne && ne < ce) || (nb <= cb && ce <= ne) || (cb <= nb && ne <= ce))
-            return false;
-    }
+    if (collidesWithChild(object->getBegin(), object->getEnd()))
+        return false;
     return addObject(object) != nullptr;
 }
 

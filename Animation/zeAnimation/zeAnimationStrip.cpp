@@ -63,7 +63,8 @@ zeAnimationObject* zeAnimationStrip::addObject(zeAnimationObject* object)
         return nullptr;
     if (type == kTrack) {
         // Numbered by the rows the clip has without it: a track it holds already moves to the end.
-        const std::size_t others = childIds.size() - (findObject(object->getId()).first ? 1 : 0);
+        const bool held = object->getParentId() == id && findObject(object->getId()).first;
+        const std::size_t others = childIds.size() - (held ? 1 : 0);
         static_cast<zeAnimationStreak*>(object)->setNumber(static_cast<osg::UInt32>(others));
         adopt(object);
         return object;
@@ -80,10 +81,12 @@ zeAnimationStreak* zeAnimationStrip::insertObject(zeAnimationObject* object)
 {
     if (!object || !isPlaceable(object->getTypeID()) || !canAdopt(object, 2))
         return nullptr;
-    for (zeAnimationStreak* track : tracks()) {
-        if (track->insertObject(object))
-            return track;
-    }
+    // The first track in list order that takes it; tracks that certainly have no room are not asked.
+    const auto tryTrack = [](zeAnimationObject* track, void* candidate) {
+        return static_cast<zeAnimationStreak*>(track)->insertObject(static_cast<zeAnimationObject*>(candidate));
+    };
+    if (zeAnimationObject* track = firstTrackWithRoom(object->getBegin(), object->getEnd(), tryTrack, object))
+        return static_cast<zeAnimationStreak*>(track);
     zeAnimationObject* added = addObject(object);
     return added && added->getTypeID() == kTrack ? static_cast<zeAnimationStreak*>(added) : nullptr;
 }

@@ -27,10 +27,9 @@ zeControlPoint2D::zeControlPoint2D(float x, float y, const std::string& pointNam
 {
     name = pointName;
     id = pointId != 0 ? pointId : zeAnimationManager::the()->createUID();
+    // No position epoch step: a new point is in no cache yet, and a cache that held a destroyed
+    // point at this address has seen the registry lose it.
     position.setValues(x, y);
-    // A new key may take the address of a destroyed one; evaluation caches keyed by address
-    // must see that positions changed.
-    ++_positionEpoch;
     tangent = isTangent;
     if (!isTangent)
         createHandles();
@@ -43,7 +42,6 @@ zeControlPoint2D::zeControlPoint2D(const zeControlPoint2D& other)
       tangentLengthMode(other.tangentLengthMode)
 {
     id = zeAnimationManager::the()->createUID();
-    ++_positionEpoch;
     if (other.inTangentPoint) {
         inTangentPoint = new zeControlPoint2D(*other.inTangentPoint);
         inTangentPoint->parentId = id;

@@ -9,6 +9,7 @@
 #include <zeOpenSGExt/OSGPerspectiveCamera2.h>
 
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -433,6 +434,78 @@ TEST_F(HardeningTest, HierarchiesDeeperThanTheLimitAreRefusedAndEveryLevelIsReac
     EXPECT_EQ(manager->getObjectCount(), objects);
     manager->destroyObject(top);
     EXPECT_EQ(manager->getObjectCount(), 1u);
+}
+
+// ---- Insertion follows the overlap rule, however the children were placed ---------------------
+
+// The literal rule: the first track in list order none of whose children collides.
+zeAnimationObject* expectedTrack(zeAnimationStrip* clip, float nb, float ne)
+{
+    for (zeAnimationObject* track : clip->getObjects()) {
+        bool collides = false;
+        for (zeAnimationObject* child : track->getObjects()) {
+            const float cb = child->getBegin();
+            const float ce = child->getEnd();
+            collides = collides || (cb < nb && nb < ce) || (cb < ne && ne < ce) || (nb <= cb && ce <= ne) ||
+                       (cb <= nb && ne <= ce);
+        }
+        if (!collides)
+            return track;
+    }
+    return nullptr;
+}
+
+TEST_F(HardeningTest, InsertionAgreesWithTheOverlapRuleOnRandomLayouts)
+{
+    std::mt19937 rng(17);
+    const auto number = [&rng](int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(rng);
+    };
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    int placedOnExisting = 0;
+    for (int round = 0; round < 40; ++round) {
+        zeAnimationStrip* clip = manager->createStrip(0);
+        std::vector<zeAnimationSequence*> placed;
+        for (int step = 0; step < 150; ++step) {
+            const float b = static_cast<float>(number(0, 200)) * 0.5f;
+            const float e = number(0, 9) == 0 ? b : b + static_cast<float>(number(1, 40));
+            zeAnimationSequence* s = sequence(number(0, 30) == 0 ? nan : b, e);
+            switch (number(0, 9)) {
+            case 0: // placed without the rule, overlaps and all
+                if (zeAnimationStreak* track = clip->getStreak(static_cast<osg::UInt32>(number(0, 5))))
+                    track->addObject(s);
+                break;
+            case 1: // an empty block or track, which count as children of their own kind
+                clip->addObject(number(0, 1) ? static_cast<zeAnimationObject*>(manager->createUnit(0))
+                                             : manager->createStreak(0));
+                break;
+            case 2: // children edited afterwards, directly or through the hierarchy
+                if (!placed.empty()) {
+                    zeAnimationSequence* moved = placed[number(0, static_cast<int>(placed.size()) - 1)];
+                    if (number(0, 1))
+                        moved->setEnd(moved->getEnd() + static_cast<float>(number(-5, 5)));
+                    else
+                        moved->move(static_cast<float>(number(-5, 5)), number(0, 1) == 0);
+                }
+                break;
+            default: {
+                zeAnimationObject* expected = expectedTrack(clip, s->getBegin(), s->getEnd());
+                zeAnimationStreak* got = clip->insertObject(s);
+                ASSERT_NE(got, nullptr);
+                if (expected)
+                    ASSERT_EQ(got, expected) << "round " << round << " step " << step;
+                else
+                    ASSERT_EQ(got->getChildIds().size(), 1u) << "round " << round << " step " << step;
+                placedOnExisting += expected != nullptr;
+                break;
+            }
+            }
+            placed.push_back(s);
+        }
+        manager->destroyObject(clip);
+        clearPool();
+    }
+    EXPECT_GT(placedOnExisting, 1000);
 }
 
 // ---- Keys and handles -------------------------------------------------------------------------

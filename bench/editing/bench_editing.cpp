@@ -1,0 +1,133 @@
+// Editing at scale, done the way an editor or an importer does it: keys made one at a time and
+// added at once, rows appended to a clip, thousands of sequences laid out on one track or
+// stacked into a clip, and a selection of thousands of keys dragged. Each of these has to stay
+// near-linear in the size of what is edited.
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationSequence.h>
+#include <zeAnimation/zeAnimationStreak.h>
+#include <zeAnimation/zeAnimationStrip.h>
+#include <zeAnimation/zeControlPoint2D.h>
+
+#include <OpenSG/OSGBaseFunctions.h>
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+
+namespace {
+
+zeAnimationManager* manager()
+{
+    return zeAnimationManager::the();
+}
+
+// Each key is made just before it is added, as a key-frame editor or an importer does.
+void BM_AddKeysAsMade(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        zeAnimationCurve2D* curve = manager()->createCurve2D();
+        for (int i = 0; i < count; ++i)
+            curve->addObject(manager()->createPoint2D(static_cast<float>(i), std::sin(i * 0.1f)));
+        state.PauseTiming();
+        manager()->destroyCurve2D(curve);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_AddKeysAsMade)
+    ->Arg(10000)
+    ->Arg(20000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+
+// A selection of every key of a long curve dragged by a few frames.
+void BM_MoveSelectedKeys(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    zeAnimationCurve2D* curve = manager()->createCurve2D();
+    for (int i = 0; i < count; ++i)
+        curve->addObject(manager()->createPoint2D(i * 10.0f, std::sin(i * 0.1f)));
+    curve->setSelected(true);
+    float delta = 2.0f;
+    for (auto _ : state) {
+        curve->moveSelectedPoints(osg::Vec2f(delta, 0.0f), false, false, false, false);
+        delta = -delta;
+    }
+    manager()->destroyCurve2D(curve);
+}
+BENCHMARK(BM_MoveSelectedKeys)->Arg(20000)->Arg(40000)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// An object moved to a row far below the clip's last one: the rows in between are appended.
+void BM_MoveToFarRow(benchmark::State& state)
+{
+    const osg::UInt32 row = static_cast<osg::UInt32>(state.range(0));
+    for (auto _ : state) {
+        zeAnimationStrip* clip = manager()->createStrip(0);
+        zeAnimationSequence* sequence = manager()->createSequence("s", 0);
+        sequence->setBegin(0.0f);
+        sequence->setEnd(10.0f);
+        clip->insertObject(sequence);
+        manager()->moveObjectToStreak(sequence, clip, row);
+        state.PauseTiming();
+        manager()->destroyObject(clip);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_MoveToFarRow)->Arg(40000)->Arg(80000)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+zeAnimationSequence* makeSequence(float begin, float end)
+{
+    zeAnimationSequence* sequence = manager()->createSequence("s", 0);
+    sequence->setBegin(begin);
+    sequence->setEnd(end);
+    return sequence;
+}
+
+// Sequences laid out one after the other on one track.
+void BM_SequencesOnOneTrack(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        zeAnimationStreak* track = manager()->createStreak(0);
+        for (int i = 0; i < count; ++i)
+            track->insertObject(makeSequence(i * 10.0f, i * 10.0f + 8.0f));
+        state.PauseTiming();
+        manager()->destroyObject(track);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_SequencesOnOneTrack)->Arg(20000)->Arg(40000)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// Sequences that all overlap inserted into a clip: each one opens a row of its own.
+void BM_OverlappingSequencesIntoClip(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        zeAnimationStrip* clip = manager()->createStrip(0);
+        for (int i = 0; i < count; ++i)
+            clip->insertObject(makeSequence(i * 0.001f, 100.0f + i * 0.001f));
+        state.PauseTiming();
+        manager()->destroyObject(clip);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_OverlappingSequencesIntoClip)
+    ->Arg(20000)
+    ->Arg(40000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    osg::osgInit(0, nullptr);
+    manager()->random(12345);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    osg::osgExit();
+    return 0;
+}
