@@ -849,7 +849,8 @@ void zeAnimationCurve2D::placeKey(zeControlPoint2D* key, const osg::Pnt2f& posit
             at = n;
     }
     const auto finite = [](float x, float y) { return std::isfinite(x) && std::isfinite(y); };
-    const osg::UInt64 expected = zeControlPoint2D::getPositionEpoch() + (finite(position[0], position[1]) ? 1 : 0) +
+    const osg::UInt64 expected = zeControlPoint2D::getPositionEpoch() +
+                                 (finite(position[0], position[1]) ? 1 : 0) +
                                  (key->getInTangentPoint() && finite(in[0], in[1]) ? 1 : 0) +
                                  (key->getOutTangentPoint() && finite(out[0], out[1]) ? 1 : 0);
     key->setPosition(position);

@@ -231,7 +231,8 @@ private:
     bool recomputeTangents(zeControlPoint2D* key);
     // Writes a key's position and handles; a key that stays between its neighbours keeps the
     // cache valid.
-    void placeKey(zeControlPoint2D* key, const osg::Pnt2f& position, const osg::Vec2f& in, const osg::Vec2f& out);
+    void placeKey(zeControlPoint2D* key, const osg::Pnt2f& position, const osg::Vec2f& in,
+                  const osg::Vec2f& out);
     // Folds the y of the key at `at` into the cache's extremes (shifting them first when a key
     // was inserted there).
     void foldExtreme(std::size_t at, bool inserted) const;

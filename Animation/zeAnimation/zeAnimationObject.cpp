@@ -708,8 +708,8 @@ void zeAnimationObject::updateChildEntry(std::size_t index) const
     // the others; anything else is decided by this entry alone.
     bool rescan = false;
     for (int k = 0; k < 4 && !rescan; ++k) {
-        if (state.foldAt[k] == index && (!entry.counts || better(k, before.bounds[k], entry.bounds[k]) ||
-                                         std::isnan(entry.bounds[k])))
+        if (state.foldAt[k] == index &&
+            (!entry.counts || better(k, before.bounds[k], entry.bounds[k]) || std::isnan(entry.bounds[k])))
             rescan = true;
     }
     if (rescan) {
@@ -783,7 +783,8 @@ void zeAnimationObject::setRoomLeaf(std::size_t index) const
 {
     ChildState& state = childState;
     ChildState::RoomNode leaf = {false, -std::numeric_limits<float>::infinity(),
-                                 std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()};
+                                 std::numeric_limits<float>::infinity(),
+                                 -std::numeric_limits<float>::infinity()};
     if (index < state.entries.size()) {
         const ChildEntry& entry = state.entries[index];
         if (entry.object && entry.type == 4) {
@@ -811,8 +812,8 @@ std::size_t zeAnimationObject::findRoom(std::size_t node, std::size_t low, std::
 {
     const ChildState::RoomNode& summary = childState.room[node];
     // Before the first child, after the last, or in a gap at least as wide as the interval.
-    if (high <= from ||
-        !(summary.open || ne <= summary.maxFirstBegin || summary.minLastEnd <= nb || ne - nb <= summary.maxGap))
+    if (high <= from || !(summary.open || ne <= summary.maxFirstBegin || summary.minLastEnd <= nb ||
+                          ne - nb <= summary.maxGap))
         return kNoEntry;
     if (high - low == 1)
         return low;

@@ -320,7 +320,7 @@ private:
         zeAnimationObject* object; // null when the entry does not resolve to a child
         osg::UInt32 type;
         float bounds[4]; // begin, end, maximum, minimum
-        bool counts;               // takes part in the union: not an empty container
+        bool counts;     // takes part in the union: not an empty container
         // Of a track: the layout of its own children, for its clip's insertion.
         bool simple;
         bool empty;

@@ -83,7 +83,8 @@ zeAnimationStreak* zeAnimationStrip::insertObject(zeAnimationObject* object)
         return nullptr;
     // The first track in list order that takes it; tracks that certainly have no room are not asked.
     const auto tryTrack = [](zeAnimationObject* track, void* candidate) {
-        return static_cast<zeAnimationStreak*>(track)->insertObject(static_cast<zeAnimationObject*>(candidate));
+        return static_cast<zeAnimationStreak*>(track)->insertObject(
+            static_cast<zeAnimationObject*>(candidate));
     };
     if (zeAnimationObject* track = firstTrackWithRoom(object->getBegin(), object->getEnd(), tryTrack, object))
         return static_cast<zeAnimationStreak*>(track);

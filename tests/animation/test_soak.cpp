@@ -1032,7 +1032,10 @@ private:
                 std::printf("container %llu lists:", (unsigned long long)container->getId());
                 for (osg::UInt64 id : container->getChildIds()) {
                     const zeAnimationObject* c = manager()->getObject(id);
-                    std::printf(" %llu(t%u p%llu [%g %g] %s)", (unsigned long long)id, c ? c->getTypeID() : 99, c ? (unsigned long long)c->getParentId() : 0ull, c ? c->getBegin() : 0.f, c ? c->getEnd() : 0.f, c && c->isEmpty() ? "empty" : "");
+                    std::printf(" %llu(t%u p%llu [%g %g] %s)", (unsigned long long)id,
+                                c ? c->getTypeID() : 99, c ? (unsigned long long)c->getParentId() : 0ull,
+                                c ? c->getBegin() : 0.f, c ? c->getEnd() : 0.f,
+                                c && c->isEmpty() ? "empty" : "");
                 }
                 std::printf("\n");
             }
