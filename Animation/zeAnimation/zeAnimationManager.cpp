@@ -779,9 +779,14 @@ void zeAnimationManager::importKORUAnimations(const osg::NodePtr& root, const os
                 if (oldBlock == osg::NullFC || !firstImport(oldBlock))
                     continue;
                 zeAnimationUnit* block = createUnit(oldBlock->getName(), 0);
+                const zeAnimationObject::Watch watched(block);
                 for (const osg::AnimationCurvePtr& curve : std::vector<osg::AnimationCurvePtr>(
-                         oldBlock->getCurves().begin(), oldBlock->getCurves().end()))
-                    importCurve(curve, block, cameraNode);
+                         oldBlock->getCurves().begin(), oldBlock->getCurves().end())) {
+                    if (watched.alive())
+                        importCurve(curve, block, cameraNode);
+                }
+                if (!watched.alive())
+                    continue; // destroyed by the host's camera while its curves were made
                 block->setRepeating(oldBlock->getRepeating());
                 block->setMotionBlur(oldBlock->getMotionBlur());
                 block->setFlipped(oldBlock->getFlipped());
@@ -837,25 +842,38 @@ zeAnimationStrip* zeAnimationManager::importClip(const osg::AnimationClipPtr& ol
 {
     if (oldClip == osg::NullFC || _importDepth >= kMaxImportDepth || !firstImport(oldClip))
         return nullptr;
+    // Converting the content may call the host (reading a camera's view for its new fields),
+    // which may destroy what is being built or the parent it is for: both are looked up again
+    // after every part, and the conversion of a container the host destroyed ends there.
+    const zeAnimationObject::Watch parentWatch(parent);
     ++_importDepth;
     zeAnimationStrip* clip = createStrip(oldClip->getName(), 0);
+    const zeAnimationObject::Watch watched(clip);
     for (const osg::AnimationBlockPtr& oldBlock :
          std::vector<osg::AnimationBlockPtr>(oldClip->getBlocks().begin(), oldClip->getBlocks().end())) {
-        if (zeAnimationUnit* block = importBlock(oldBlock, nullptr))
+        zeAnimationUnit* block = watched.alive() ? importBlock(oldBlock, nullptr) : nullptr;
+        if (block && watched.alive())
             adoptImported(clip, block);
     }
     for (const osg::AnimationClipPtr& oldNested :
          std::vector<osg::AnimationClipPtr>(oldClip->getClips().begin(), oldClip->getClips().end())) {
-        if (zeAnimationStrip* nested = importClip(oldNested, nullptr))
+        zeAnimationStrip* nested = watched.alive() ? importClip(oldNested, nullptr) : nullptr;
+        if (nested && watched.alive())
             adoptImported(clip, nested);
     }
     for (const osg::AnimationTrackPtr& oldTrack :
-         std::vector<osg::AnimationTrackPtr>(oldClip->getTracks().begin(), oldClip->getTracks().end()))
-        importTrack(oldTrack, clip);
+         std::vector<osg::AnimationTrackPtr>(oldClip->getTracks().begin(), oldClip->getTracks().end())) {
+        if (watched.alive())
+            importTrack(oldTrack, clip);
+    }
+    --_importDepth;
+    if (!watched.alive())
+        return nullptr;
     clip->setFlipped(oldClip->getFlipped());
     clip->setRepeating(oldClip->getRepeating());
     clip->setMotionBlur(oldClip->getMotionBlur());
-    --_importDepth;
+    if (parent && !parentWatch.alive())
+        parent = nullptr; // the clip stands alone
     return parent ? static_cast<zeAnimationStrip*>(adoptImported(parent, clip)) : clip;
 }
 
@@ -864,18 +882,30 @@ zeAnimationStreak* zeAnimationManager::importTrack(const osg::AnimationTrackPtr&
 {
     if (oldTrack == osg::NullFC || _importDepth >= kMaxImportDepth || !firstImport(oldTrack))
         return nullptr;
+    const zeAnimationObject::Watch parentWatch(parent);
     ++_importDepth;
     zeAnimationStreak* track = createStreak(0);
+    const zeAnimationObject::Watch watched(track);
     for (const osg::AnimationBlockPtr& oldBlock :
-         std::vector<osg::AnimationBlockPtr>(oldTrack->getBlocks().begin(), oldTrack->getBlocks().end()))
-        importBlock(oldBlock, track);
+         std::vector<osg::AnimationBlockPtr>(oldTrack->getBlocks().begin(), oldTrack->getBlocks().end())) {
+        if (watched.alive())
+            importBlock(oldBlock, track);
+    }
     for (const osg::AnimationBlockPtr& oldBlock : std::vector<osg::AnimationBlockPtr>(
-             oldTrack->getSequences().begin(), oldTrack->getSequences().end()))
-        importSequence(oldBlock, track);
+             oldTrack->getSequences().begin(), oldTrack->getSequences().end())) {
+        if (watched.alive())
+            importSequence(oldBlock, track);
+    }
     for (const osg::AnimationClipPtr& oldClip :
-         std::vector<osg::AnimationClipPtr>(oldTrack->getClips().begin(), oldTrack->getClips().end()))
-        importClip(oldClip, track);
+         std::vector<osg::AnimationClipPtr>(oldTrack->getClips().begin(), oldTrack->getClips().end())) {
+        if (watched.alive())
+            importClip(oldClip, track);
+    }
     --_importDepth;
+    if (!watched.alive())
+        return nullptr;
+    if (parent && !parentWatch.alive())
+        parent = nullptr;
     return parent ? static_cast<zeAnimationStreak*>(adoptImported(parent, track)) : track;
 }
 
@@ -884,11 +914,19 @@ zeAnimationUnit* zeAnimationManager::importBlock(const osg::AnimationBlockPtr& o
 {
     if (oldBlock == osg::NullFC || !firstImport(oldBlock))
         return nullptr;
+    const zeAnimationObject::Watch parentWatch(parent);
     zeAnimationUnit* block = createUnit(oldBlock->getName(), 0);
+    const zeAnimationObject::Watch watched(block);
     const osg::NodePtr node = oldBlock->getNode();
     for (const osg::AnimationCurvePtr& oldCurve :
-         std::vector<osg::AnimationCurvePtr>(oldBlock->getCurves().begin(), oldBlock->getCurves().end()))
-        importCurve(oldCurve, block, node);
+         std::vector<osg::AnimationCurvePtr>(oldBlock->getCurves().begin(), oldBlock->getCurves().end())) {
+        if (watched.alive())
+            importCurve(oldCurve, block, node);
+    }
+    if (!watched.alive())
+        return nullptr;
+    if (parent && !parentWatch.alive())
+        parent = nullptr;
     // A block none of whose curves could be converted still belongs to its old node.
     if (block->getParentOSGNodeId() == 0)
         block->setParentOSGNode(node);
@@ -928,7 +966,11 @@ zeAnimationCurve2D* zeAnimationManager::importCurve(const osg::AnimationCurvePtr
     const std::string name =
         oldCurve->getAFFieldName().empty() ? oldCurve->getAFAttribute() : oldCurve->getAFFieldName();
     std::string curveName = name;
+    // Making the node's fields may call the host's camera, which may destroy the block.
+    const zeAnimationObject::Watch watched(block);
     zeAnimationField* field = getField(animated, name);
+    if (!watched.alive())
+        return nullptr;
     if (!field) {
         // Some old curves name the scene field ("translation") and its component apart; the
         // curve is then named by the attribute it animates.

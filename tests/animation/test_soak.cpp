@@ -9,9 +9,17 @@
 
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGSwitch.h>
+#include <zeOpenSGExt/OSGAnimationAttachment.h>
+#include <zeOpenSGExt/OSGAnimationBlock.h>
+#include <zeOpenSGExt/OSGAnimationClip.h>
+#include <zeOpenSGExt/OSGAnimationControlPoint.h>
+#include <zeOpenSGExt/OSGAnimationCurve.h>
+#include <zeOpenSGExt/OSGAnimationTrack.h>
 #include <zeOpenSGExt/OSGCameraSetting.h>
 #include <zeOpenSGExt/OSGPerspectiveCamera2.h>
 #include <zeOpenSGExt/OSGTransform3D.h>
+
+#include <QString>
 
 #include <chrono>
 #include <cmath>
@@ -75,6 +83,10 @@ public:
         M::setFromAtUpCB(nullptr);
         M::setGetRollCB(nullptr);
         M::setRollCB(nullptr);
+        M::setUpdatePasteCB(nullptr);
+        M::setFileIOProgressCB(nullptr);
+        M::setShowCurvesCB(nullptr);
+        manager()->clearCopyBuffer(true);
         C::setFPS(25.0f);
         C* controller = C::the();
         controller->stop();
@@ -276,6 +288,14 @@ private:
         return g_soak->chance(50);
     }
     static void hostFunction() { g_soak->hostAction(); }
+    static void hostPaste(bool) { g_soak->hostAction(); }
+    // Reported once per element loaded: acting on every one would make a load the whole run.
+    static void hostProgress(unsigned int)
+    {
+        if (g_soak->chance(3))
+            g_soak->hostAction();
+    }
+    static void hostCurves(const std::vector<zeAnimationCurve2D*>&) { g_soak->hostAction(); }
     static void hostGetView(int, osg::Pnt3f& from, osg::Pnt3f& at, osg::Vec3f& up)
     {
         g_soak->hostAction();
@@ -318,6 +338,9 @@ private:
         M::setFromAtUpCB(chance(80) ? &Soak::hostSetView : nullptr);
         M::setGetRollCB(chance(80) ? &Soak::hostGetRoll : nullptr);
         M::setRollCB(chance(80) ? &Soak::hostSetRoll : nullptr);
+        M::setUpdatePasteCB(chance(70) ? &Soak::hostPaste : nullptr);
+        M::setFileIOProgressCB(chance(70) ? &Soak::hostProgress : nullptr);
+        M::setShowCurvesCB(chance(70) ? &Soak::hostCurves : nullptr);
     }
 
     // ---- Operations --------------------------------------------------------------------------
@@ -361,6 +384,9 @@ private:
             {"renumber", 2, &Soak::renumber},
             {"scene values", 3, &Soak::sceneValues},
             {"reconfigure", 1, &Soak::reconfigure},
+            {"copy and paste", 4, &Soak::copyAndPaste},
+            {"save and load", 2, &Soak::saveAndLoad},
+            {"import", 1, &Soak::importOld},
         };
         static int total = 0;
         if (total == 0) {
@@ -918,6 +944,87 @@ private:
         }
     }
 
+    void copyAndPaste()
+    {
+        switch (uniform(0, 5)) {
+        case 0:
+            manager()->copy(anyObject());
+            break;
+        case 1: {
+            std::vector<zeAnimationObject*> objects;
+            for (int i = uniform(0, 3); i > 0; --i)
+                objects.push_back(anyObject());
+            manager()->copy(objects);
+            break;
+        }
+        case 2:
+            manager()->copy(anyNode());
+            break;
+        case 3:
+        case 4:
+            manager()->paste(anyNode(), chance(50));
+            break;
+        default:
+            manager()->clearCopyBuffer(chance(70));
+            break;
+        }
+    }
+
+    // The pool saved and loaded back into itself (every identifier collides and is renumbered),
+    // sometimes cut short or damaged on the way.
+    void saveAndLoad()
+    {
+        if (manager()->getObjectCount() > 150)
+            return destroy();
+        std::string text = manager()->createAnimationXML().toStdString();
+        if (chance(30) && !text.empty()) {
+            const std::size_t at = static_cast<std::size_t>(uniform(0, static_cast<int>(text.size()) - 1));
+            if (chance(50))
+                text.resize(at);
+            else
+                text[at] = "<>\"x9 ="[uniform(0, 6)];
+        }
+        if (chance(20)) {
+            manager()->destroyAllObjects(true);
+            manager()->destroyAllFields();
+        }
+        manager()->loadAnimations(QString::fromStdString(text), false);
+    }
+
+    // An older scene's animation on a node, converted.
+    void importOld()
+    {
+        osg::NodePtr node = anyNode();
+        osg::AnimationBlockPtr block = osg::AnimationBlock::create();
+        block->setName(name());
+        block->setNode(node);
+        for (int c = uniform(0, 2); c > 0; --c) {
+            osg::AnimationCurvePtr curve = osg::AnimationCurve::create();
+            curve->setAFAppNode(chance(80) ? node : anyNode());
+            curve->setAFFieldName(chance(50) ? "translationX" : "choice");
+            for (int k = uniform(0, 4); k > 0; --k) {
+                osg::AnimationControlPointPtr point = osg::AnimationControlPoint::create();
+                point->setPosition(osg::Pnt2f(chance(5) ? hostile() : frame(), real(-5.0f, 5.0f)));
+                point->setTangentType(static_cast<osg::UInt32>(uniform(0, 7)));
+                curve->pushToControlPoints(point);
+            }
+            block->pushToCurves(curve);
+        }
+        osg::AnimationAttachmentPtr old = osg::AnimationAttachment::create();
+        if (chance(50)) {
+            old->pushToBlocks(block);
+        } else {
+            osg::AnimationClipPtr clip = osg::AnimationClip::create();
+            clip->setName(name());
+            osg::AnimationTrackPtr track = osg::AnimationTrack::create();
+            track->pushToBlocks(block);
+            clip->pushToTracks(track);
+            old->pushToClips(clip);
+        }
+        node->addAttachment(old);
+        manager()->importKORUAnimations(nodes[0], nodes[6], static_cast<osg::UInt32>(nodes.size()));
+    }
+
     void reconfigure()
     {
         installCallbacks();
@@ -1089,7 +1196,7 @@ protected:
 TEST_F(SoakTest, RandomOperationsKeepThePoolWhole)
 {
     const osg::UInt64 only = environmentNumber("ZE_SOAK_SEED", 0);
-    const osg::UInt64 count = only ? 1 : environmentNumber("ZE_SOAK_SEEDS", 100);
+    const osg::UInt64 count = only ? 1 : environmentNumber("ZE_SOAK_SEEDS", 60);
     const int steps = static_cast<int>(environmentNumber("ZE_SOAK_STEPS", 1500));
     const bool trace = environmentNumber("ZE_SOAK_TRACE", 0) != 0;
     const auto started = std::chrono::steady_clock::now();
