@@ -2,7 +2,8 @@
 // with host callbacks that destroy, re-enter and reconfigure, and the pool's invariants checked
 // after every step. A failure names its seed; run that seed alone with
 //   ZE_SOAK_SEED=<seed> [ZE_SOAK_TRACE=1] zeAnimationTests --gtest_filter='Soak*'
-// and many more seeds with ZE_SOAK_SEEDS=<count> (and ZE_SOAK_STEPS=<steps per seed>).
+// and many more seeds with ZE_SOAK_SEEDS=<count> from ZE_SOAK_FIRST=<seed> (and ZE_SOAK_STEPS=<steps
+// per seed>).
 #include "PlaybackTestSupport.h"
 
 #include <zeAnimation/zeAnimationUtils.h>
@@ -1196,13 +1197,14 @@ protected:
 TEST_F(SoakTest, RandomOperationsKeepThePoolWhole)
 {
     const osg::UInt64 only = environmentNumber("ZE_SOAK_SEED", 0);
+    const osg::UInt64 first = only ? only : environmentNumber("ZE_SOAK_FIRST", 1);
     const osg::UInt64 count = only ? 1 : environmentNumber("ZE_SOAK_SEEDS", 60);
     const int steps = static_cast<int>(environmentNumber("ZE_SOAK_STEPS", 1500));
     const bool trace = environmentNumber("ZE_SOAK_TRACE", 0) != 0;
     const auto started = std::chrono::steady_clock::now();
     long long operations = 0;
     for (osg::UInt64 i = 0; i < count; ++i) {
-        const osg::UInt64 seed = only ? only : 1 + i;
+        const osg::UInt64 seed = first + i;
         // Printed first, so that a crash (which ends the process) still names its seed.
         std::printf("soak seed %llu\n", static_cast<unsigned long long>(seed));
         std::fflush(stdout);
@@ -1216,7 +1218,7 @@ TEST_F(SoakTest, RandomOperationsKeepThePoolWhole)
         operations += soak.operations;
         soak.tearDown();
         g_soak = nullptr;
-        ASSERT_TRUE(whole) << soak.failure << "\nreplay: ZE_SOAK_SEED=" << seed
+        ASSERT_TRUE(whole) << soak.failure << "\nreplay: ZE_SOAK_SEED=" << seed << " ZE_SOAK_STEPS=" << steps
                            << " zeAnimationTests --gtest_filter='Soak*'";
     }
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
