@@ -6,6 +6,7 @@
 #include <OpenSG/OSGBaseTypes.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,12 @@
 // somewhere among the objects, and divides by a prime for each. Every lookup of the registry goes
 // through here: loading a million keys, resolving children on every frame. A null pointer marks a
 // free slot, so only non-null pointers are stored.
+//
+// Most identifiers asked for that are absent (every candidate a fresh identifier is drawn from,
+// every identifier a file brings along) are answered without touching the table: a filter of
+// eight bits per slot, a bit per identifier hash, stays in cache where the table does not. Erasing
+// leaves its bit set, since another identifier may share it; the bits are rebuilt from the table
+// when stale ones could outnumber the live entries.
 template <class T>
 class zeAnimationIdIndex
 {
@@ -22,7 +29,10 @@ public:
     {
         if (table.empty())
             return nullptr;
-        for (std::size_t i = slot(id);; i = (i + 1) & mask) {
+        const osg::UInt64 h = mix(id);
+        if (!testBit(h))
+            return nullptr;
+        for (std::size_t i = static_cast<std::size_t>(h) & mask;; i = (i + 1) & mask) {
             const Slot& s = table[i];
             if (!s.value || s.id == id)
                 return s.value;
@@ -41,6 +51,7 @@ public:
         }
         table[i].id = id;
         table[i].value = value;
+        setBit(mix(id));
         ++count;
         return true;
     }
@@ -69,6 +80,8 @@ public:
         }
         table[hole] = Slot();
         --count;
+        if (++stale > count + 64)
+            rebuildFilter();
         return true;
     }
 
@@ -84,8 +97,10 @@ public:
     void clear()
     {
         table.clear();
+        filter.clear();
         mask = 0;
         count = 0;
+        stale = 0;
     }
 
     std::size_t size() const { return count; }
@@ -98,13 +113,41 @@ private:
     };
 
     // Identifiers drawn by the generator and the sequential ones of tests both spread out once
-    // mixed (the finaliser of MurmurHash3).
-    std::size_t slot(osg::UInt64 id) const
+    // mixed (a round of the finaliser of MurmurHash3). The low bits pick the slot, the high bits
+    // the filter's bit.
+    static osg::UInt64 mix(osg::UInt64 id)
     {
         id ^= id >> 33;
         id *= 0xff51afd7ed558ccdULL;
         id ^= id >> 33;
-        return static_cast<std::size_t>(id) & mask;
+        return id;
+    }
+
+    std::size_t slot(osg::UInt64 id) const { return static_cast<std::size_t>(mix(id)) & mask; }
+
+    std::size_t filterBit(osg::UInt64 h) const
+    {
+        return static_cast<std::size_t>(h >> 32) & (filter.size() * 64 - 1);
+    }
+    bool testBit(osg::UInt64 h) const
+    {
+        const std::size_t bit = filterBit(h);
+        return (filter[bit >> 6] >> (bit & 63)) & 1u;
+    }
+    void setBit(osg::UInt64 h)
+    {
+        const std::size_t bit = filterBit(h);
+        filter[bit >> 6] |= std::uint64_t(1) << (bit & 63);
+    }
+
+    void rebuildFilter()
+    {
+        filter.assign(table.size() / 8, 0);
+        for (const Slot& s : table) {
+            if (s.value)
+                setBit(mix(s.id));
+        }
+        stale = 0;
     }
 
     std::size_t locate(osg::UInt64 id) const
@@ -121,6 +164,8 @@ private:
         old.swap(table);
         mask = capacity - 1;
         count = 0;
+        filter.assign(capacity / 8, 0);
+        stale = 0;
         for (const Slot& s : old) {
             if (s.value)
                 insert(s.id, s.value);
@@ -128,8 +173,10 @@ private:
     }
 
     std::vector<Slot> table;
+    std::vector<std::uint64_t> filter; // table.size() * 8 bits
     std::size_t mask = 0;
     std::size_t count = 0;
+    std::size_t stale = 0;
 };
 
 #endif // ZEANIMATIONIDINDEX_H

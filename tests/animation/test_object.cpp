@@ -481,3 +481,44 @@ TEST_F(ObjectTest, CameraCallbacksForwardOrDefault)
 }
 
 } // namespace
+
+// The registry's index against a standard map under random inserts, lookups and erases, with
+// identifiers that collide in its slots and in its filter.
+#include "zeAnimationIdIndex.h"
+
+#include <random>
+#include <unordered_map>
+
+TEST(RegistryIndex, AgreesWithAStandardMapUnderChurn)
+{
+    zeAnimationIdIndex<int> index;
+    std::unordered_map<osg::UInt64, int*> reference;
+    std::vector<int> values(64);
+    std::mt19937_64 rng(5);
+    for (int step = 0; step < 200000; ++step) {
+        // Few distinct identifiers, so that runs of occupied slots form and break up.
+        const osg::UInt64 id = rng() % 5000 * (step % 3 == 0 ? 1 : 0x100000000ull);
+        int* value = &values[rng() % values.size()];
+        switch (rng() % 4) {
+        case 0:
+            EXPECT_EQ(index.insert(id, value), reference.emplace(id, value).second);
+            break;
+        case 1:
+            EXPECT_EQ(index.erase(id), reference.erase(id) == 1);
+            break;
+        case 2:
+            index.assign(id, value);
+            reference[id] = value;
+            break;
+        default: {
+            const auto it = reference.find(id);
+            EXPECT_EQ(index.find(id), it == reference.end() ? nullptr : it->second);
+        }
+        }
+        ASSERT_EQ(index.size(), reference.size()) << "step " << step;
+    }
+    for (const auto& entry : reference)
+        EXPECT_EQ(index.find(entry.first), entry.second);
+    index.clear();
+    EXPECT_EQ(index.find(reference.begin()->first), nullptr);
+}
