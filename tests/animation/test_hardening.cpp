@@ -510,7 +510,7 @@ TEST_F(HardeningTest, InsertionAgreesWithTheOverlapRuleOnRandomLayouts)
 
 // ---- Keys and handles -------------------------------------------------------------------------
 
-TEST_F(HardeningTest, KeysAreNeverListedTwiceAndNonFinitePositionsAreRefused)
+TEST_F(HardeningTest, KeysAreListedOnceAtFinitePositionsAndOwnTheirHandles)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
@@ -537,6 +537,14 @@ TEST_F(HardeningTest, KeysAreNeverListedTwiceAndNonFinitePositionsAreRefused)
     k5->setX(1.0f);
     c->addObject(k5);
     EXPECT_EQ(c->getChildIds(), zeAnimationObject::ChildList({k5->getId()}));
+
+    // A key's handles belong to the key, not to the manager.
+    zeControlPoint2D* in = k5->getInTangentPoint();
+    manager->destroyObject(in);
+    manager->destroyPoint2D(k5->getOutTangentPoint());
+    EXPECT_EQ(k5->getInTangentPoint(), in);
+    EXPECT_EQ(in->getParentId(), k5->getId());
+
     EXPECT_EQ(c->deletePoints(true), 1u);
     EXPECT_EQ(manager->getObjectCount(), objects + 1);
     EXPECT_TRUE(c->isEmpty());
@@ -558,17 +566,6 @@ TEST_F(HardeningTest, DeletingKeysIntoATargetWorksOnLiveKeys)
     EXPECT_TRUE(source->isEmpty());
     EXPECT_EQ(target->getChildIds(), zeAnimationObject::ChildList({theirs->getId()}));
     EXPECT_EQ(manager->getObjectCount(), 3u);
-}
-
-TEST_F(HardeningTest, HandlesAreNotTheManagersToDestroy)
-{
-    zeControlPoint2D* key = manager->createPoint2D(1.0f, 1.0f);
-    zeControlPoint2D* in = key->getInTangentPoint();
-    manager->destroyObject(in);
-    manager->destroyPoint2D(key->getOutTangentPoint());
-    EXPECT_EQ(key->getInTangentPoint(), in);
-    EXPECT_EQ(in->getParentId(), key->getId());
-    EXPECT_EQ(manager->getObjectCount(), 1u);
 }
 
 // ---- Values and enumerations ------------------------------------------------------------------

@@ -115,53 +115,16 @@ public:
         if (reentered > 1)
             return; // a callback inside a callback inside a callback: enough
         ++reentered;
-        switch (uniform(0, 15)) {
-        case 0:
-        case 1:
-            if (zeAnimationObject* victim = anyObject())
-                manager()->destroyObject(victim);
-            break;
-        case 2:
-            if (chance(5))
-                manager()->destroyAllFields();
-            break;
-        case 3:
-            C::the()->loop();
-            break;
-        case 4:
-            C::the()->playLoop();
-            break;
-        case 5:
-            if (zeAnimationObject* object = anyObject())
-                C::the()->evaluateObject(object, frame(), chance(20));
-            break;
-        case 6:
-            C::the()->stop();
-            break;
-        case 7:
-            C::the()->stopGlobal();
-            break;
-        case 8:
-            if (zeAnimationObject* object = anyObject())
-                C::the()->reset(object);
-            break;
-        case 9:
-            C::setFPS(chance(20) ? hostile() : real(1.0f, 60.0f));
-            break;
-        case 10:
-            installCallbacks();
-            break;
-        case 11:
-            if (zeAnimationObject* object = anyObject())
-                C::the()->setCurrentObject(object->getId());
-            break;
-        case 12:
-            if (zeAnimationObject* object = anyObject())
-                object->move(frame(), true);
-            break;
-        default:
-            break; // most calls do nothing unusual
-        }
+        C* c = C::the();
+        // Most calls do nothing unusual; the others destroy, re-enter or reconfigure.
+        if (chance(20))
+            destroy();
+        else if (chance(40))
+            oneOf([&] { manager()->destroyAllFields(); }, [&] { c->loop(); }, [&] { c->playLoop(); },
+                  [&] { c->evaluateObject(anyObject(), frame(), chance(20)); }, [&] { c->stop(); },
+                  [&] { c->stopGlobal(); }, [&] { c->reset(anyObject()); },
+                  [&] { C::setFPS(chance(20) ? hostile() : real(1.0f, 60.0f)); }, [&] { installCallbacks(); },
+                  [&] { c->setCurrentObject(idOf(anyObject())); }, [&] { move(); });
         --reentered;
     }
 
@@ -170,6 +133,14 @@ private:
 
     // ---- Randomness --------------------------------------------------------------------------
     int uniform(int low, int high) { return std::uniform_int_distribution<int>(low, high)(rng); }
+    // Runs one of the given actions, chosen at random.
+    template <class... Actions>
+    void oneOf(Actions... actions)
+    {
+        const std::function<void()> table[] = {actions...};
+        table[uniform(0, static_cast<int>(sizeof...(Actions)) - 1)]();
+    }
+    static osg::UInt64 idOf(const zeAnimationObject* object) { return object ? object->getId() : 0; }
     bool chance(int percent) { return uniform(0, 99) < percent; }
     float real(float low, float high) { return std::uniform_real_distribution<float>(low, high)(rng); }
     float hostile()
@@ -457,31 +428,22 @@ private:
     {
         if (crowded())
             return destroy();
-        switch (uniform(0, 4)) {
-        case 0: {
-            std::vector<zeAnimationCurve2D*> curves;
-            for (int i = uniform(0, 3); i > 0; --i)
-                curves.push_back(anyCurve());
-            manager()->createUnit(curves, name(), 0, chance(30));
-            break;
-        }
-        case 1:
-            manager()->createUnit(name(), 0);
-            break;
-        case 2:
-            manager()->createStreak(name(), 0);
-            break;
-        case 3:
-            manager()->createStrip(name(), 0);
-            break;
-        default: {
-            zeAnimationSequence* sequence = manager()->createSequence(name(), 0);
-            const float begin = static_cast<float>(uniform(-10, 100));
-            sequence->setBegin(begin);
-            sequence->setEnd(begin + static_cast<float>(uniform(0, 30)));
-            break;
-        }
-        }
+        M* m = manager();
+        oneOf(
+            [&] {
+                std::vector<zeAnimationCurve2D*> curves;
+                for (int i = uniform(0, 3); i > 0; --i)
+                    curves.push_back(anyCurve());
+                m->createUnit(curves, name(), 0, chance(30));
+            },
+            [&] { m->createUnit(name(), 0); }, [&] { m->createStreak(name(), 0); },
+            [&] { m->createStrip(name(), 0); },
+            [&] {
+                zeAnimationSequence* sequence = m->createSequence(name(), 0);
+                const float begin = static_cast<float>(uniform(-10, 100));
+                sequence->setBegin(begin);
+                sequence->setEnd(begin + static_cast<float>(uniform(0, 30)));
+            });
     }
 
     void createCurvePoint()
@@ -601,30 +563,28 @@ private:
         zeControlPoint2D* key = anyKey();
         if (!key)
             return;
-        switch (uniform(0, 4)) {
-        case 0:
-            // Direct position writes only where no curve relies on the order of its keys.
-            if (key->getParentId() == 0)
-                key->setPosition(osg::Pnt2f(chance(20) ? hostile() : frame(), chance(10) ? hostile() : 1.0f));
-            break;
-        case 1:
-            key->setInTangent(osg::Vec2f(chance(10) ? hostile() : key->getX() - 1.0f, real(-5.0f, 5.0f)));
-            key->setOutTangentX(chance(10) ? hostile() : key->getX() + real(0.0f, 3.0f));
-            break;
-        case 2:
-            key->setTangentType(static_cast<zeControlPoint2D::TangentMode>(chance(10) ? 1000u + uniform(0, 5)
-                                                                                      : 1u << uniform(0, 4)));
-            key->setTangentLengthMode(static_cast<zeControlPoint2D::TangentMode>(chance(50) ? 32u : 64u));
-            key->computeTangents();
-            break;
-        case 3:
-            key->setSelected(chance(50));
-            break;
-        default:
-            if (zeControlPoint2D* handle = chance(50) ? key->getInTangentPoint() : key->getOutTangentPoint())
-                manager()->destroyObject(handle); // not the manager's to destroy
-            break;
-        }
+        oneOf(
+            [&] {
+                // Direct position writes only where no curve relies on the order of its keys.
+                if (key->getParentId() == 0)
+                    key->setPosition(
+                        osg::Pnt2f(chance(20) ? hostile() : frame(), chance(10) ? hostile() : 1.0f));
+            },
+            [&] {
+                key->setInTangent(osg::Vec2f(chance(10) ? hostile() : key->getX() - 1.0f, real(-5.0f, 5.0f)));
+                key->setOutTangentX(chance(10) ? hostile() : key->getX() + real(0.0f, 3.0f));
+            },
+            [&] {
+                key->setTangentType(static_cast<zeControlPoint2D::TangentMode>(
+                    chance(10) ? 1000u + uniform(0, 5) : 1u << uniform(0, 4)));
+                key->setTangentLengthMode(static_cast<zeControlPoint2D::TangentMode>(chance(50) ? 32u : 64u));
+                key->computeTangents();
+            },
+            [&] { key->setSelected(chance(50)); },
+            // A handle is not the manager's to destroy.
+            [&] {
+                manager()->destroyObject(chance(50) ? key->getInTangentPoint() : key->getOutTangentPoint());
+            });
     }
 
     void move()
@@ -643,20 +603,8 @@ private:
         if (!object)
             return;
         const float value = chance(5) ? hostile() : frame();
-        switch (uniform(0, 3)) {
-        case 0:
-            object->moveBegin(value, true);
-            break;
-        case 1:
-            object->moveEnd(value, true);
-            break;
-        case 2:
-            object->trimBegin(value, true);
-            break;
-        default:
-            object->trimEnd(value, true);
-            break;
-        }
+        oneOf([&] { object->moveBegin(value, true); }, [&] { object->moveEnd(value, true); },
+              [&] { object->trimBegin(value, true); }, [&] { object->trimEnd(value, true); });
         markLoose(object);
         if (zeAnimationObject* parent = object->getParent())
             parent->updateBy(object, zeAnimationObject::Change, true);
@@ -680,33 +628,19 @@ private:
         zeAnimationObject* object = anyObject();
         if (!object)
             return;
-        switch (uniform(0, 6)) {
-        case 0:
-            object->setActive(chance(70));
-            break;
-        case 1:
-            object->setRepeating(chance(30));
-            break;
-        case 2:
-            object->setMotionBlur(chance(50));
-            break;
-        case 3:
-            object->setReversePlay(chance(30));
-            break;
-        case 4:
-            object->setHidden(chance(20));
-            break;
-        case 5:
-            object->setUsePlayRange(chance(30));
-            object->setStartPlayRange(frame());
-            object->setEndPlayRange(frame());
-            object->setStartPlay(frame());
-            break;
-        default:
-            object->setLocked(chance(20));
-            object->setSelected(chance(50));
-            break;
-        }
+        oneOf([&] { object->setActive(chance(70)); }, [&] { object->setRepeating(chance(30)); },
+              [&] { object->setMotionBlur(chance(50)); }, [&] { object->setReversePlay(chance(30)); },
+              [&] { object->setHidden(chance(20)); },
+              [&] {
+                  object->setUsePlayRange(chance(30));
+                  object->setStartPlayRange(frame());
+                  object->setEndPlayRange(frame());
+                  object->setStartPlay(frame());
+              },
+              [&] {
+                  object->setLocked(chance(20));
+                  object->setSelected(chance(50));
+              });
     }
 
     void destroy()
@@ -719,20 +653,9 @@ private:
 
     void destroyMany()
     {
-        switch (uniform(0, 3)) {
-        case 0:
-            manager()->destroyAllObjects(chance(50));
-            break;
-        case 1:
-            manager()->destroyUnreferencedObjectsAndFields();
-            break;
-        case 2:
-            manager()->destroyNodeObjects(anyNode(), chance(50));
-            break;
-        default:
-            manager()->terminate();
-            break;
-        }
+        M* m = manager();
+        oneOf([&] { m->destroyAllObjects(chance(50)); }, [&] { m->destroyUnreferencedObjectsAndFields(); },
+              [&] { m->destroyNodeObjects(anyNode(), chance(50)); }, [&] { m->terminate(); });
     }
 
     void connect()
@@ -792,108 +715,54 @@ private:
 
     void transport()
     {
-        C* controller = C::the();
-        switch (uniform(0, 9)) {
-        case 0:
-            controller->pause(chance(50));
-            break;
-        case 1:
-            controller->pause(anyObject(), chance(50));
-            break;
-        case 2:
-            controller->stop();
-            break;
-        case 3:
-            controller->reset();
-            break;
-        case 4:
-            controller->reset(anyObject());
-            break;
-        case 5:
-            controller->gotoEnd(anyObject());
-            break;
-        case 6:
-            if (chance(50))
-                controller->gotoGlobalBegin(anyObject());
-            else
-                controller->gotoGlobalEnd(anyObject());
-            break;
-        case 7: {
-            std::vector<zeAnimationCurve2D*> curves;
+        C* c = C::the();
+        const auto curves = [&] {
+            std::vector<zeAnimationCurve2D*> list;
             for (int i = uniform(0, 3); i > 0; --i)
-                curves.push_back(anyCurve());
-            if (chance(50))
-                controller->gotoGlobalBegin(curves);
-            else
-                controller->gotoGlobalEnd(curves);
-            break;
-        }
-        case 8:
-            controller->stopGlobal();
-            break;
-        default:
-            C::setCurrentFrame(frame(), static_cast<C::AnimationWidget>(uniform(0, 9)));
-            break;
-        }
+                list.push_back(anyCurve());
+            return list;
+        };
+        oneOf([&] { c->pause(chance(50)); }, [&] { c->pause(anyObject(), chance(50)); }, [&] { c->stop(); },
+              [&] { c->reset(); }, [&] { c->reset(anyObject()); }, [&] { c->gotoEnd(anyObject()); },
+              [&] { c->gotoGlobalBegin(anyObject()); }, [&] { c->gotoGlobalEnd(anyObject()); },
+              [&] { c->gotoGlobalBegin(curves()); }, [&] { c->gotoGlobalEnd(curves()); },
+              [&] { c->stopGlobal(); },
+              [&] { C::setCurrentFrame(frame(), static_cast<C::AnimationWidget>(uniform(0, 9))); });
     }
 
     void evaluate()
     {
-        C* controller = C::the();
-        switch (uniform(0, 4)) {
-        case 0:
-            controller->evaluateObject(anyObject(), frame(), chance(20));
-            break;
-        case 1: {
-            zeAnimationObject* current = anyObject();
-            controller->setCurrentObject(current ? current->getId() : 0);
-            std::vector<osg::UInt64> curves;
-            for (int i = uniform(0, 3); i > 0; --i) {
-                zeAnimationObject* curve = anyCurve();
-                curves.push_back(curve ? curve->getId() : 0);
-            }
-            controller->setCurrentCurves(curves);
-            controller->setEvaluateActiveUnits(chance(50));
-            controller->evaluate(frame(), chance(20));
-            break;
-        }
-        case 2: {
-            std::vector<zeAnimationCurve2D*> curves;
-            for (int i = uniform(0, 4); i > 0; --i)
-                curves.push_back(anyCurve());
-            controller->evaluateCurves(curves, frame(), chance(20));
-            break;
-        }
-        case 3: {
-            float value = 0.0f;
-            C::computeCurveValue(anyCurve(), frame(), value);
-            break;
-        }
-        default:
-            if (zeAnimationObject* object = anyObject())
-                object->triggerLoop(frame());
-            break;
-        }
+        C* c = C::the();
+        std::vector<zeAnimationCurve2D*> curves;
+        for (int i = uniform(0, 4); i > 0; --i)
+            curves.push_back(anyCurve());
+        oneOf([&] { c->evaluateObject(anyObject(), frame(), chance(20)); },
+              [&] {
+                  c->setCurrentObject(idOf(anyObject()));
+                  std::vector<osg::UInt64> ids;
+                  for (zeAnimationCurve2D* curve : curves)
+                      ids.push_back(idOf(curve));
+                  c->setCurrentCurves(ids);
+                  c->setEvaluateActiveUnits(chance(50));
+                  c->evaluate(frame(), chance(20));
+              },
+              [&] { c->evaluateCurves(curves, frame(), chance(20)); },
+              [&] {
+                  float value = 0.0f;
+                  C::computeCurveValue(anyCurve(), frame(), value);
+              },
+              [&] {
+                  if (zeAnimationObject* object = anyObject())
+                      object->triggerLoop(frame());
+              });
     }
 
     void motionBlur()
     {
-        C* controller = C::the();
+        C* c = C::the();
         const float t = chance(5) ? hostile() : real(0.0f, 1.0f);
-        switch (uniform(0, 3)) {
-        case 0:
-            controller->executeMotionBlur(t);
-            break;
-        case 1:
-            controller->executeMotionBlur(t, anyObject());
-            break;
-        case 2:
-            controller->executeMotionBlurOnActiveUnits(t);
-            break;
-        default:
-            controller->resetMotionBlur();
-            break;
-        }
+        oneOf([&] { c->executeMotionBlur(t); }, [&] { c->executeMotionBlur(t, anyObject()); },
+              [&] { c->executeMotionBlurOnActiveUnits(t); }, [&] { c->resetMotionBlur(); });
     }
 
     void sequences()
@@ -925,50 +794,30 @@ private:
     void sceneValues()
     {
         osg::NodePtr node = anyNode();
-        switch (uniform(0, 3)) {
-        case 0:
-            manager()->createAnimationFields(node);
-            break;
-        case 1:
-            manager()->getField(node, chance(50) ? "translateX" : "from");
-            break;
-        default:
-            if (zeAnimationField* field = anyField()) {
-                if (chance(50)) {
-                    field->value = chance(20) ? hostile() : real(-100.0f, 100.0f);
-                    zeAnimationUtils::setOSGFieldValue(field);
-                } else {
-                    zeAnimationUtils::getOSGFieldValue(field);
-                }
-            }
-            break;
-        }
+        zeAnimationField* field = anyField();
+        oneOf([&] { manager()->createAnimationFields(node); },
+              [&] { manager()->getField(node, chance(50) ? "translateX" : "from"); },
+              [&] {
+                  if (!field)
+                      return;
+                  field->value = chance(20) ? hostile() : real(-100.0f, 100.0f);
+                  zeAnimationUtils::setOSGFieldValue(field);
+              },
+              [&] { zeAnimationUtils::getOSGFieldValue(field); });
     }
 
     void copyAndPaste()
     {
-        switch (uniform(0, 5)) {
-        case 0:
-            manager()->copy(anyObject());
-            break;
-        case 1: {
-            std::vector<zeAnimationObject*> objects;
-            for (int i = uniform(0, 3); i > 0; --i)
-                objects.push_back(anyObject());
-            manager()->copy(objects);
-            break;
-        }
-        case 2:
-            manager()->copy(anyNode());
-            break;
-        case 3:
-        case 4:
-            manager()->paste(anyNode(), chance(50));
-            break;
-        default:
-            manager()->clearCopyBuffer(chance(70));
-            break;
-        }
+        M* m = manager();
+        oneOf([&] { m->copy(anyObject()); },
+              [&] {
+                  std::vector<zeAnimationObject*> objects;
+                  for (int i = uniform(0, 3); i > 0; --i)
+                      objects.push_back(anyObject());
+                  m->copy(objects);
+              },
+              [&] { m->copy(anyNode()); }, [&] { m->paste(anyNode(), chance(50)); },
+              [&] { m->paste(anyNode(), chance(50)); }, [&] { m->clearCopyBuffer(chance(70)); });
     }
 
     // The pool saved and loaded back into itself (every identifier collides and is renumbered),
