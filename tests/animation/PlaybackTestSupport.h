@@ -59,14 +59,7 @@ protected:
         C::setSimulationTimeCB(&PlaybackTest::hostTime);
         C::setFPS(25.0f);
         C::setForcePlayLoopFullFrame(false);
-        C::setMainCameraCB(nullptr);
-        C::setExecuteSequenceCB(nullptr);
-        C::setTimeLineCurrentFrameCB(nullptr);
-        C::setCurveEditorCurrentFrameCB(nullptr);
-        C::setClipMakerCurrentFrameCB(nullptr);
-        C::setUpdateNavigatorCB(nullptr);
-        C::setEnableSimulationCB(nullptr);
-        C::setIsSimulationEnableCB(nullptr);
+        clearControllerCallbacks();
         controller->setCurrentObject(0);
         controller->setCurrentCurves(std::vector<osg::UInt64>());
         controller->setEvaluateActiveUnits(false);
@@ -114,6 +107,22 @@ protected:
         });
     }
 
+public:
+    // Every host callback of the controller but the clock.
+    static void clearControllerCallbacks()
+    {
+        typedef zeAnimationController C;
+        C::setMainCameraCB(nullptr);
+        C::setExecuteSequenceCB(nullptr);
+        C::setTimeLineCurrentFrameCB(nullptr);
+        C::setCurveEditorCurrentFrameCB(nullptr);
+        C::setClipMakerCurrentFrameCB(nullptr);
+        C::setUpdateNavigatorCB(nullptr);
+        C::setEnableSimulationCB(nullptr);
+        C::setIsSimulationEnableCB(nullptr);
+    }
+
+protected:
     void TearDown() override
     {
         zeOpenSGUtils::unregisterReceiver("currentFrameChanged");

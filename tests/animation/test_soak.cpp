@@ -72,14 +72,7 @@ public:
     {
         // The host's callbacks point into this run: none of them may outlive it.
         C::setSimulationTimeCB(nullptr);
-        C::setMainCameraCB(nullptr);
-        C::setExecuteSequenceCB(nullptr);
-        C::setTimeLineCurrentFrameCB(nullptr);
-        C::setCurveEditorCurrentFrameCB(nullptr);
-        C::setClipMakerCurrentFrameCB(nullptr);
-        C::setUpdateNavigatorCB(nullptr);
-        C::setEnableSimulationCB(nullptr);
-        C::setIsSimulationEnableCB(nullptr);
+        PlaybackTest::clearControllerCallbacks();
         M::setGetFromAtUpCB(nullptr);
         M::setFromAtUpCB(nullptr);
         M::setGetRollCB(nullptr);
