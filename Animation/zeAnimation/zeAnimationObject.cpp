@@ -545,8 +545,8 @@ void zeAnimationObject::noteChange()
 
 void zeAnimationObject::childChanged(zeAnimationObject* child)
 {
-    ChildState& state = childState;
-    if (state.valid) {
+    if (childStateValid()) {
+        ChildState& state = childState();
         if (std::find(state.pending.begin(), state.pending.end(), child) == state.pending.end()) {
             if (state.pending.size() < kMostPending)
                 state.pending.push_back(child);
@@ -594,7 +594,7 @@ void zeAnimationObject::fillEntry(ChildEntry& entry, zeAnimationObject* child) c
 
 void zeAnimationObject::rebuildChildState() const
 {
-    ChildState& state = childState;
+    ChildState& state = childState();
     state.entries.clear();
     state.pending.clear();
     state.sorted = true;
@@ -616,7 +616,7 @@ void zeAnimationObject::rebuildChildState() const
 
 void zeAnimationObject::appendToChildState(zeAnimationObject* child) const
 {
-    ChildState& state = childState;
+    ChildState& state = childState();
     const std::size_t index = state.entries.size();
     state.entries.emplace_back();
     ChildEntry& entry = state.entries.back();
@@ -655,7 +655,7 @@ void zeAnimationObject::appendToChildState(zeAnimationObject* child) const
 
 void zeAnimationObject::rescanFold() const
 {
-    ChildState& state = childState;
+    ChildState& state = childState();
     for (int k = 0; k < 4; ++k) {
         state.fold[k] = foldStart(k);
         state.foldAt[k] = kNoEntry;
@@ -675,7 +675,7 @@ void zeAnimationObject::rescanFold() const
 
 void zeAnimationObject::rescanLayout() const
 {
-    ChildState& state = childState;
+    ChildState& state = childState();
     state.layoutStale = false;
     state.simple = true;
     state.widestGap = 0.0f;
@@ -695,7 +695,7 @@ void zeAnimationObject::rescanLayout() const
 
 void zeAnimationObject::updateChildEntry(std::size_t index) const
 {
-    ChildState& state = childState;
+    ChildState& state = childState();
     ChildEntry& entry = state.entries[index];
     const ChildEntry before = entry;
     fillEntry(entry, entry.object);
@@ -731,7 +731,7 @@ void zeAnimationObject::updateChildEntry(std::size_t index) const
 
 const zeAnimationObject::ChildState& zeAnimationObject::childStateNow() const
 {
-    ChildState& state = childState;
+    ChildState& state = childState();
     // Keys do not report changes; a destroyed child may have left an entry behind.
     if (!state.valid || state.keys || state.removals != manager()->_registryRemovals) {
         rebuildChildState();
@@ -781,7 +781,7 @@ bool zeAnimationObject::collidesWithChild(float nb, float ne) const
 
 void zeAnimationObject::setRoomLeaf(std::size_t index) const
 {
-    ChildState& state = childState;
+    ChildState& state = childState();
     ChildState::RoomNode leaf = {false, -std::numeric_limits<float>::infinity(),
                                  std::numeric_limits<float>::infinity(),
                                  -std::numeric_limits<float>::infinity()};
@@ -810,7 +810,7 @@ void zeAnimationObject::setRoomLeaf(std::size_t index) const
 std::size_t zeAnimationObject::findRoom(std::size_t node, std::size_t low, std::size_t high, std::size_t from,
                                         float nb, float ne) const
 {
-    const ChildState::RoomNode& summary = childState.room[node];
+    const ChildState::RoomNode& summary = childState().room[node];
     // Before the first child, after the last, or in a gap at least as wide as the interval.
     if (high <= from || !(summary.open || ne <= summary.maxFirstBegin || summary.minLastEnd <= nb ||
                           ne - nb <= summary.maxGap))
@@ -835,8 +835,8 @@ zeAnimationObject* zeAnimationObject::firstTrackWithRoom(float nb, float ne,
                 std::size_t leaves = 1;
                 while (leaves < 2 * n)
                     leaves *= 2;
-                childState.room.assign(2 * leaves, ChildState::RoomNode());
-                childState.roomLeaves = leaves;
+                childState().room.assign(2 * leaves, ChildState::RoomNode());
+                childState().roomLeaves = leaves;
                 for (std::size_t leaf = 0; leaf < leaves; ++leaf)
                     setRoomLeaf(leaf);
             }
@@ -1143,7 +1143,7 @@ void zeAnimationObject::appendChild(zeAnimationObject* child)
     const bool wasEmpty = childIds.empty();
     childIds.push_back(child->id);
     ++_childListEpoch;
-    if (childState.valid)
+    if (childStateValid())
         appendToChildState(child);
     if (wasEmpty || getTypeID() == 4)
         noteChange();

@@ -8,6 +8,7 @@
 
 #include <list>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -369,11 +370,33 @@ private:
     void setRoomLeaf(std::size_t index) const;
     std::size_t findRoom(std::size_t node, std::size_t low, std::size_t high, std::size_t from, float nb,
                          float ne) const;
+    // Made on first use: keys and other objects without children never need one. A copied
+    // object starts without one, as a copy's children are its own.
+    struct ChildStateHolder
+    {
+        ChildStateHolder() = default;
+        ChildStateHolder(const ChildStateHolder&) {}
+        ChildStateHolder& operator=(const ChildStateHolder&)
+        {
+            state.reset();
+            return *this;
+        }
+        std::unique_ptr<ChildState> state;
+    };
+    ChildState& childState() const
+    {
+        if (!childStateHolder.state)
+            childStateHolder.state.reset(new ChildState);
+        return *childStateHolder.state;
+    }
+    bool childStateValid() const { return childStateHolder.state && childStateHolder.state->valid; }
     void invalidateChildState()
     {
-        childState.valid = false;
-        childState.pending.clear();
-        childState.roomLeaves = 0;
+        if (!childStateHolder.state)
+            return;
+        childStateHolder.state->valid = false;
+        childStateHolder.state->pending.clear();
+        childStateHolder.state->roomLeaves = 0;
     }
     // A child's interval, value range, emptiness or layout changed.
     void childChanged(zeAnimationObject* child);
@@ -389,7 +412,7 @@ private:
     void applyUpdate(zeAnimationObject* source, Operation op);
     static void mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op);
 
-    mutable ChildState childState;
+    mutable ChildStateHolder childStateHolder;
     mutable std::size_t indexInParent = 0;
 
     // The curve set resolved to curves, kept while no curve set anywhere changed (the summary
