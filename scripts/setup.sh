@@ -5,8 +5,9 @@ set -euo pipefail
 
 # pkgconf and dpkg-dev (dpkg-shlibdeps) serve the package check: the pkg-config consumer and the
 # dependencies of the Debian package. clang and its runtime (libFuzzer) build the fuzzers.
+# librsvg2-bin (rsvg-convert) renders the pictures of zeanim plot in its tests.
 packages=(cmake g++ ninja-build qtbase5-dev libboost-dev googletest libgtest-dev libgmock-dev libbenchmark-dev
-    pkgconf dpkg-dev clang libclang-rt-14-dev)
+    pkgconf dpkg-dev clang libclang-rt-14-dev librsvg2-bin)
 
 missing=()
 for p in "${packages[@]}"; do
