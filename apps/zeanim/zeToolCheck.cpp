@@ -14,6 +14,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace {
@@ -223,13 +224,13 @@ private:
                     "lists children, which a " + kindOf(e) + " cannot have; they are ignored");
                 continue;
             }
-            std::vector<osg::UInt64> listed;
+            std::unordered_set<osg::UInt64> listed;
             for (const Reference& r : e.references)
                 linkOne(i, r, listed);
         }
     }
 
-    void linkOne(std::size_t container, const Reference& r, std::vector<osg::UInt64>& listed)
+    void linkOne(std::size_t container, const Reference& r, std::unordered_set<osg::UInt64>& listed)
     {
         const Element& e = elements[container];
         if (r.state != zeFileText::Usable) {
@@ -248,11 +249,10 @@ private:
                 r.column);
             return;
         }
-        if (std::find(listed.begin(), listed.end(), r.id) != listed.end()) {
+        if (!listed.insert(r.id).second) {
             add(Finding::Warning, e, "lists " + id + " twice", r.line, r.column);
             return;
         }
-        listed.push_back(r.id);
         const std::size_t c = indexOf(child);
         if (parent[c] != none) {
             const Element& holder = elements[parent[c]];
@@ -274,10 +274,11 @@ private:
     std::vector<const Element*> keysOf(std::size_t curve) const
     {
         std::vector<const Element*> keys;
+        std::unordered_set<const Element*> seen;
         for (const Reference& r : elements[curve].references) {
             const Element* key = r.state == zeFileText::Usable ? find(r.id) : nullptr;
-            if (key && key->typeID == 1 && parent[indexOf(key)] == curve &&
-                std::find(keys.begin(), keys.end(), key) == keys.end())
+            // A key listed twice holds its parent once: only its first listing counts.
+            if (key && key->typeID == 1 && parent[indexOf(key)] == curve && seen.insert(key).second)
                 keys.push_back(key);
         }
         return keys;

@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace {
@@ -57,15 +58,22 @@ public:
         for (zeAnimationObject* root : zeToolRoots())
             (root->getTypeID() == 5 ? clips : unplaced).push_back(root);
         unsigned counts[7] = {0, 0, 0, 0, 0, 0, 0};
-        for (const auto& entry : manager->getObjects()) {
+        const zeAnimationManager::ObjectMap objects = manager->getObjects();
+        for (const auto& entry : objects) {
             const osg::UInt32 type = entry.second->getTypeID();
             counts[type < 7 ? type : 0] += 1;
             if (type == 1 && !entry.second->getParent())
                 unplaced.push_back(entry.second);
         }
+        // Fields by the curves that name them, in one pass over the curves.
+        std::unordered_set<const zeAnimationField*> used;
+        for (const auto& entry : objects) {
+            if (entry.second->getTypeID() == 2)
+                used.insert(static_cast<const zeAnimationCurve2D*>(entry.second)->getAnimationField());
+        }
         std::vector<zeAnimationField*> unused;
         for (const auto& entry : manager->getFields()) {
-            if (manager->getReferencedCurves(entry.first).empty())
+            if (!used.count(entry.second))
                 unused.push_back(entry.second);
         }
 

@@ -30,7 +30,9 @@ const int legendColumns = 3;
 const int maxLegendRows = 12; // the legend names at most this many rows of curves
 const double legendRow = 18.0;
 const int samplesPerCurve = 600;
-const std::size_t maxKeysDrawn = 200; // a curve with more keys in view is drawn without dots and handles
+// Keys and handles are drawn while there are at most this many keys in view: beyond, they would
+// hide the curves (and make a picture of many megabytes).
+const std::size_t maxKeysDrawn = 3000;
 
 struct Point
 {
@@ -437,6 +439,12 @@ private:
 
     std::string curvesSvg(const Frame& f) const
     {
+        std::size_t inView = 0;
+        for (const zeAnimationCurve2D* curve : curves) {
+            for (const zeControlPoint2D* key : keys(curve))
+                inView += key->getX() >= from && key->getX() <= to ? 1 : 0;
+        }
+        const bool drawKeys = inView <= maxKeysDrawn;
         std::string out = "<g clip-path=\"url(#plot)\" fill=\"none\">\n";
         for (std::size_t c = 0; c < curves.size(); ++c) {
             const std::string color = colorOf(curves[c]);
@@ -459,14 +467,10 @@ private:
             // Handles (those lying on their key are none), then the keys over them.
             std::string handles;
             std::string dots;
-            std::vector<const zeControlPoint2D*> inView;
-            for (const zeControlPoint2D* key : keys(curves[c])) {
-                if (key->getX() >= from && key->getX() <= to)
-                    inView.push_back(key);
-            }
-            if (inView.size() > maxKeysDrawn)
-                inView.clear();
-            for (const zeControlPoint2D* key : inView) {
+            for (const zeControlPoint2D* key :
+                 drawKeys ? keys(curves[c]) : std::vector<const zeControlPoint2D*>()) {
+                if (key->getX() < from || key->getX() > to)
+                    continue;
                 const double kx = px(key->getX());
                 const double ky = py(f, key->getY());
                 for (const Point h : {Point{key->getInTangentX(), key->getInTangentY()},
