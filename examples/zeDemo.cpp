@@ -8,6 +8,8 @@
 // would, then the demo reads the values back from the scene graph and prints them together with
 // the messages the host received.
 
+#include "zeExampleScene.h"
+
 #include <zeAnimation/zeAnimationController.h>
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationManager.h>
@@ -68,38 +70,9 @@ void lightsAreUp()
     clipRequested = true;
 }
 
-NodePtr makeNode(const NodeCorePtr& core, const char* name)
-{
-    NodePtr node = Node::create();
-    beginEditCP(node, Node::CoreFieldMask);
-    node->setCore(core);
-    endEditCP(node, Node::CoreFieldMask);
-    setName(node, name);
-    return node;
-}
-
-// A curve on one animatable attribute of a node, through the given (frame, value) keys.
-zeAnimationCurve2D* curve(const NodePtr& node, const char* attribute,
-                          std::initializer_list<std::pair<float, float>> keys)
-{
-    zeAnimationManager* manager = zeAnimationManager::the();
-    zeAnimationCurve2D* c = manager->createCurve2D(node, attribute);
-    if (!c) {
-        std::printf("zeDemo: no attribute %s on %s\n", attribute, getName(node));
-        return nullptr;
-    }
-    for (const std::pair<float, float>& key : keys)
-        c->addObject(manager->createPoint2D(key.first, key.second, 0));
-    return c;
-}
-
-zeAnimationUnit* block(const char* name, std::initializer_list<zeAnimationCurve2D*> curves)
-{
-    zeAnimationUnit* unit = zeAnimationManager::the()->createUnit(name, 0);
-    for (zeAnimationCurve2D* c : curves)
-        unit->addObject(c);
-    return unit;
-}
+using zeExample::block;
+using zeExample::curve;
+using zeExample::makeNode;
 
 } // namespace
 
@@ -148,18 +121,7 @@ int main(int argc, char** argv)
     manager->createConnection(lightsUp, zeAnimationManager::TriggerEnd, &lightsAreUp);
 
     // The clip, frames 0 to 40 on the global timeline, one track per block.
-    zeAnimationStrip* clip = manager->createStrip("showcase", 0);
-    clip->addObject(block("box slides and turns", {curve(boxNode, "translationX", {{0, 0.0f}, {30, 3.0f}}),
-                                                   curve(boxNode, "rotationY", {{0, 0.0f}, {30, 90.0f}})}));
-    clip->addObject(block("camera zooms", {curve(cameraNode, "focalLength", {{10, 35.0f}, {25, 85.0f}})}));
-    clip->addObject(block("box turns blue", {curve(paintNode, "diffuseR", {{15, 0.8f}, {35, 0.1f}}),
-                                             curve(paintNode, "diffuseB", {{15, 0.1f}, {35, 0.8f}})}));
-    clip->addObject(block("sun sets", {curve(sunNode, "diffuseG", {{25, 0.9f}, {40, 0.4f}}),
-                                       curve(sunNode, "diffuseB", {{25, 0.7f}, {40, 0.2f}})}));
-    zeAnimationSequence* fireworks = manager->createSequence("fireworks", 0);
-    fireworks->setBegin(20.0f);
-    fireworks->setEnd(20.0f);
-    clip->addObject(fireworks);
+    zeAnimationStrip* clip = zeExample::showcaseClip(boxNode, cameraNode, paintNode, sunNode);
 
     // ---- What the host hears ------------------------------------------------------------------
     // The two frame messages arrive every frame and are shown as columns; the rest as notes.
@@ -231,13 +193,7 @@ int main(int argc, char** argv)
     zeOpenSGUtils::unregisterReceiver("currentFrameChanged");
     zeOpenSGUtils::unregisterReceiver("currentFullFrameChanged");
     zeOpenSGUtils::unregisterReceiver("finishedPlayingGlobal");
-    for (const auto& entry : manager->getObjects()) {
-        if (zeAnimationObject* object = manager->getObject(entry.first))
-            manager->destroyObject(object);
-    }
-    manager->destroyAllFields();
-    zeAnimationManager::setSceneRootNode(NullFC);
-    subRefCP(root);
+    zeExample::releaseScene(root);
     osgExit();
     return 0;
 }

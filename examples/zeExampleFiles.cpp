@@ -11,6 +11,8 @@
 // Identifiers come from the manager's generator seeded with a fixed number instead of the clock,
 // so that the files only change when the library's output does.
 
+#include "zeExampleScene.h"
+
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationManager.h>
@@ -47,42 +49,24 @@ using namespace osg;
 
 namespace {
 
-NodePtr makeNode(const NodeCorePtr& core, const char* name, const NodePtr& parent)
+using zeExample::block;
+using zeExample::curve;
+using zeExample::sequence;
+
+NodePtr child(const NodePtr& parent, const NodeCorePtr& core, const char* name)
 {
-    NodePtr node = Node::create();
-    beginEditCP(node, Node::CoreFieldMask);
-    node->setCore(core);
-    endEditCP(node, Node::CoreFieldMask);
-    setName(node, name);
-    if (parent != NullFC)
-        parent->addChild(node);
+    NodePtr node = zeExample::makeNode(core, name);
+    parent->addChild(node);
     return node;
 }
 
-zeAnimationCurve2D* curve(const NodePtr& node, const char* attribute,
-                          std::initializer_list<std::pair<float, float>> keys)
+// A scene root for one file; zeExample::releaseScene releases it with the pool.
+NodePtr beginScene()
 {
-    zeAnimationManager* manager = zeAnimationManager::the();
-    zeAnimationCurve2D* c = manager->createCurve2D(node, attribute);
-    for (const std::pair<float, float>& key : keys)
-        c->addObject(manager->createPoint2D(key.first, key.second, 0));
-    return c;
-}
-
-zeAnimationUnit* block(const char* name, std::initializer_list<zeAnimationCurve2D*> curves)
-{
-    zeAnimationUnit* unit = zeAnimationManager::the()->createUnit(name, 0);
-    for (zeAnimationCurve2D* c : curves)
-        unit->addObject(c);
-    return unit;
-}
-
-zeAnimationSequence* sequence(const char* name, float begin, float end)
-{
-    zeAnimationSequence* s = zeAnimationManager::the()->createSequence(name, 0);
-    s->setBegin(begin);
-    s->setEnd(end);
-    return s;
+    NodePtr root = zeExample::makeNode(Group::create(), "root");
+    addRefCP(root);
+    zeAnimationManager::setSceneRootNode(root);
+    return root;
 }
 
 // A node's animation fields are made for every attribute it has; a host's file only keeps those
@@ -94,16 +78,6 @@ void dropUnusedFields()
         if (manager->getReferencedCurves(entry.first).empty())
             manager->destroyField(entry.second);
     }
-}
-
-void clearPool()
-{
-    zeAnimationManager* manager = zeAnimationManager::the();
-    for (const auto& entry : manager->getObjects()) {
-        if (zeAnimationObject* object = manager->getObject(entry.first))
-            manager->destroyObject(object);
-    }
-    manager->destroyAllFields();
 }
 
 bool writeText(const std::string& path, const QString& text)
@@ -132,30 +106,18 @@ bool writeShowcase(const std::string& path)
     SimpleMaterialPtr paint = SimpleMaterial::create();
     MaterialGroupPtr paintGroup = MaterialGroup::create();
     paintGroup->setMaterial(paint);
-    NodePtr root = makeNode(Group::create(), "root", NullFC);
-    addRefCP(root);
-    NodePtr cameraNode = makeNode(CameraSetting::create(), "camera", root);
-    NodePtr sunNode = makeNode(DirectionalLight::create(), "sun", root);
-    NodePtr paintNode = makeNode(paintGroup, "paint", sunNode);
-    NodePtr boxNode = makeNode(Transform3D::create(), "box transform", paintNode);
-    makeNode(Geometry::create(), "box", boxNode);
-    zeAnimationManager::setSceneRootNode(root);
+    NodePtr root = beginScene();
+    NodePtr cameraNode = child(root, CameraSetting::create(), "camera");
+    NodePtr sunNode = child(root, DirectionalLight::create(), "sun");
+    NodePtr paintNode = child(sunNode, paintGroup, "paint");
+    NodePtr boxNode = child(paintNode, Transform3D::create(), "box transform");
+    child(boxNode, Geometry::create(), "box");
 
-    zeAnimationStrip* clip = zeAnimationManager::the()->createStrip("showcase", 0);
-    clip->addObject(block("box slides and turns", {curve(boxNode, "translationX", {{0, 0.0f}, {30, 3.0f}}),
-                                                   curve(boxNode, "rotationY", {{0, 0.0f}, {30, 90.0f}})}));
-    clip->addObject(block("camera zooms", {curve(cameraNode, "focalLength", {{10, 35.0f}, {25, 85.0f}})}));
-    clip->addObject(block("box turns blue", {curve(paintNode, "diffuseR", {{15, 0.8f}, {35, 0.1f}}),
-                                             curve(paintNode, "diffuseB", {{15, 0.1f}, {35, 0.8f}})}));
-    clip->addObject(block("sun sets", {curve(sunNode, "diffuseG", {{25, 0.9f}, {40, 0.4f}}),
-                                       curve(sunNode, "diffuseB", {{25, 0.7f}, {40, 0.2f}})}));
-    clip->addObject(sequence("fireworks", 20.0f, 20.0f));
+    zeExample::showcaseClip(boxNode, cameraNode, paintNode, sunNode);
     dropUnusedFields();
     const bool saved = save(path);
 
-    clearPool();
-    zeAnimationManager::setSceneRootNode(NullFC);
-    subRefCP(root);
+    zeExample::releaseScene(root);
     return saved;
 }
 
@@ -178,9 +140,7 @@ private:
 bool writeLarge(const std::string& path)
 {
     zeAnimationManager* manager = zeAnimationManager::the();
-    NodePtr root = makeNode(Group::create(), "root", NullFC);
-    addRefCP(root);
-    zeAnimationManager::setSceneRootNode(root);
+    NodePtr root = beginScene();
     zeAnimationStrip* clip = manager->createStrip("stadium", 0);
     zeAnimationStrip* wave = manager->createStrip("wave", 0);
     const char* attributes[] = {"translationX", "translationY", "translationZ",
@@ -191,7 +151,7 @@ bool writeLarge(const std::string& path)
     Numbers numbers;
     for (int dancer = 0; dancer < 40; ++dancer) {
         const std::string name = "dancer " + std::to_string(dancer + 1);
-        NodePtr node = makeNode(Transform3D::create(), name.c_str(), root);
+        NodePtr node = child(root, Transform3D::create(), name.c_str());
         zeAnimationUnit* unit = manager->createUnit(name, 0);
         const float start = static_cast<float>(numbers.next(200));
         const float length = 20.0f + static_cast<float>(numbers.next(60));
@@ -220,9 +180,7 @@ bool writeLarge(const std::string& path)
     dropUnusedFields();
     const bool saved = save(path);
 
-    clearPool();
-    zeAnimationManager::setSceneRootNode(NullFC);
-    subRefCP(root);
+    zeExample::releaseScene(root);
     return saved;
 }
 
@@ -249,11 +207,9 @@ void addChildReference(QDomDocument& document, QDomElement parent, const char* t
 bool writeBroken(const std::string& path)
 {
     zeAnimationManager* manager = zeAnimationManager::the();
-    NodePtr root = makeNode(Group::create(), "root", NullFC);
-    addRefCP(root);
-    NodePtr ball = makeNode(Transform3D::create(), "ball", root);
-    NodePtr lamp = makeNode(DirectionalLight::create(), "lamp", root);
-    zeAnimationManager::setSceneRootNode(root);
+    NodePtr root = beginScene();
+    NodePtr ball = child(root, Transform3D::create(), "ball");
+    NodePtr lamp = child(root, DirectionalLight::create(), "lamp");
 
     zeAnimationCurve2D* bounce = curve(ball, "translationY", {{0, 0.0f}, {10, 4.0f}, {20, 0.0f}});
     zeAnimationCurve2D* roll = curve(ball, "rotationZ", {{0, 0.0f}, {20, -360.0f}});
@@ -317,9 +273,7 @@ bool writeBroken(const std::string& path)
     elementById(document, glow->getAnimationField()->getId()).setAttribute("value", "inf");
     const bool written = writeText(path, QZEDomDocumentWriter::toString(document));
 
-    clearPool();
-    zeAnimationManager::setSceneRootNode(NullFC);
-    subRefCP(root);
+    zeExample::releaseScene(root);
     return written;
 }
 
