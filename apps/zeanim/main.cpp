@@ -3,24 +3,12 @@
 #include "zeTool.h"
 
 #include <zeAnimation/zeAnimationManager.h>
-#include <zeAnimation/zeAnimationObject.h>
 
 #include <OpenSG/OSGBaseFunctions.h>
 
 #include <cstdio>
 
 namespace {
-
-// Leaves the pool empty, as a host does before it exits.
-void clearPool()
-{
-    zeAnimationManager* manager = zeAnimationManager::the();
-    for (const auto& entry : manager->getObjects()) {
-        if (zeAnimationObject* object = manager->getObject(entry.first))
-            manager->destroyObject(object);
-    }
-    manager->destroyAllFields();
-}
 
 int run(const zeToolArguments& arguments)
 {
@@ -52,8 +40,8 @@ int main(int argc, char** argv)
     }
     osg::osgInit(0, nullptr);
     zeAnimationManager::the()->init(nullptr);
+    // The manager releases what the pool still holds when the process ends.
     const int result = zeToolLoad(arguments.file) ? run(arguments) : zeToolFailed;
-    clearPool();
     osg::osgExit();
     return result;
 }

@@ -400,16 +400,15 @@ std::vector<zeAnimationObject*> zeToolChildren(const zeAnimationObject* object)
     return children;
 }
 
-void zeToolCollectCurves(const zeAnimationObject* object, std::vector<zeAnimationCurve2D*>& curves)
-{
-    collectCurves(object, curves, 0);
-}
-
-bool zeToolSelection(const zeToolArguments& arguments, std::vector<zeAnimationObject*>& objects)
+bool zeToolSelection(const zeToolArguments& arguments, std::vector<zeAnimationObject*>& objects,
+                     std::vector<zeAnimationCurve2D*>& curves)
 {
     objects.clear();
+    curves.clear();
     if (!arguments.selectionKind) {
         objects = zeToolRoots();
+        for (zeAnimationObject* object : objects)
+            collectCurves(object, curves, 0);
         return true;
     }
     zeAnimationObject* object = zeAnimationManager::the()->getObject(arguments.selectionId);
@@ -422,6 +421,7 @@ bool zeToolSelection(const zeToolArguments& arguments, std::vector<zeAnimationOb
         return false;
     }
     objects.push_back(object);
+    collectCurves(object, curves, 0);
     return true;
 }
 

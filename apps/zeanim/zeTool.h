@@ -83,11 +83,10 @@ std::vector<zeAnimationObject*> zeToolRoots();
 // An object's children in the order a reader expects: a clip's tracks by number, any other
 // container's children in its own (time) order.
 std::vector<zeAnimationObject*> zeToolChildren(const zeAnimationObject* object);
-// The curves below an object (the object itself for a curve), in the order of zeToolChildren.
-void zeToolCollectCurves(const zeAnimationObject* object, std::vector<zeAnimationCurve2D*>& curves);
-// The objects a command works on: the selected one, or every root. False (after printing why)
-// when the selected id names no object of the selected kind.
-bool zeToolSelection(const zeToolArguments& arguments, std::vector<zeAnimationObject*>& objects);
+// The objects a command works on (the selected one, or every root) and the curves below them.
+// False (after printing why) when the selected id names no object of the selected kind.
+bool zeToolSelection(const zeToolArguments& arguments, std::vector<zeAnimationObject*>& objects,
+                     std::vector<zeAnimationCurve2D*>& curves);
 
 // "diffuseR" for the attribute diffuseR of the field diffuse, "scale.x" otherwise; a curve
 // without field is named by its own name.

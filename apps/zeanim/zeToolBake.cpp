@@ -54,11 +54,9 @@ std::vector<std::string> columnNames(const std::vector<zeAnimationCurve2D*>& cur
 int zeToolBake(const zeToolArguments& arguments)
 {
     std::vector<zeAnimationObject*> objects;
-    if (!zeToolSelection(arguments, objects))
-        return zeToolFailed;
     std::vector<zeAnimationCurve2D*> curves;
-    for (zeAnimationObject* object : objects)
-        zeToolCollectCurves(object, curves);
+    if (!zeToolSelection(arguments, objects, curves))
+        return zeToolFailed;
 
     // The frames: the selection's range, as global playback takes the union of its objects.
     float from = zeAnimationObject::EmptyLow;

@@ -522,11 +522,9 @@ private:
 int zeToolPlot(const zeToolArguments& arguments)
 {
     std::vector<zeAnimationObject*> objects;
-    if (!zeToolSelection(arguments, objects))
-        return zeToolFailed;
     std::vector<zeAnimationCurve2D*> curves;
-    for (zeAnimationObject* object : objects)
-        zeToolCollectCurves(object, curves);
+    if (!zeToolSelection(arguments, objects, curves))
+        return zeToolFailed;
     if (curves.empty()) {
         zeToolError("no curves to plot in " + arguments.file);
         return zeToolFailed;
