@@ -89,9 +89,6 @@ const char* const bakeHelp =
     "  -o FILE       where to write the table (default: standard output)\n"
     "  --curve ID    one curve; --block ID, --clip ID: the curves below that object\n";
 
-// More rows than this is surely a mistake in --step, --from or --to.
-const double maxRows = 10000000.0;
-
 int keptStandardOutput = -1;
 std::FILE* keptStream = nullptr;
 
@@ -288,7 +285,7 @@ bool zeToolParse(int argc, char** argv, zeToolArguments& arguments)
         return usage(command, "--from " + zeToolNumber(arguments.from) + " lies after --to " +
                                   zeToolNumber(arguments.to));
     if (arguments.hasFrom && arguments.hasTo &&
-        (static_cast<double>(arguments.to) - arguments.from) / arguments.step > maxRows)
+        (static_cast<double>(arguments.to) - arguments.from) / arguments.step > zeToolMaxRows)
         return usage(command, "more than 10,000,000 frames between --from and --to; use a larger --step");
     return true;
 }

@@ -27,6 +27,9 @@ enum zeToolExit
     zeToolFailed = 2
 };
 
+// bake writes at most this many rows: more is surely a mistake in --step, --from or --to.
+const double zeToolMaxRows = 10000000.0;
+
 struct zeToolArguments
 {
     std::string command;

@@ -73,7 +73,7 @@ int zeToolBake(const zeToolArguments& arguments)
         to = arguments.to;
     const double rows =
         from <= to ? std::floor((static_cast<double>(to) - from) / arguments.step) + 1.0 : 0.0;
-    if (rows > 10000000.0) {
+    if (rows > zeToolMaxRows) {
         zeToolError("more than 10,000,000 frames from " + zeToolNumber(from) + " to " + zeToolNumber(to) +
                     "; use a larger --step");
         return zeToolFailed;
