@@ -578,16 +578,20 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     const bool integral = integralRange(sceneField, lowest, highest);
     // An integer field takes a whole decimal number ("1000000000", never "1e+09", which the scene
     // graph would read as 1). A boolean or integer field has no value for NaN, and an integer
-    // field none beyond its range: such a write is skipped and the scene keeps what it holds.
+    // field none beyond its range: such a write is skipped and the scene keeps what it holds. A
+    // negative number within the range's size is written to an unsigned field all the same, and
+    // wraps there as the scene graph's strtoul reading of the text makes it (-3 in a UInt32 field
+    // is 4294967293).
     const double whole = roundHalfAway(sceneValue);
     if ((isBool || integral) && std::isnan(sceneValue))
         return false;
-    if (integral && !(lowest <= whole && whole <= highest))
+    const bool wraps = integral && lowest == 0.0 && whole < 0.0 && -highest <= whole;
+    if (integral && !(lowest <= whole && whole <= highest) && !wraps)
         return false;
     // Compare with what the field will really hold: a boolean or integer field keeps only the
     // rounded value, and a float that rounds to the current value must not notify a change.
     const float held = isBool     ? (floatToBool(sceneValue) ? 1.0f : 0.0f)
-                       : integral ? static_cast<float>(whole)
+                       : integral ? static_cast<float>(wraps ? whole + highest + 1.0 : whole)
                                   : sceneValue;
     if (sameValue(values[field->valuePos], held))
         return true;

@@ -575,11 +575,15 @@ TEST_F(SceneBindingTest, IntegersAndBooleansRoundHalfAwayAndGoThroughTheTextForm
     EXPECT_TRUE(write(on, 0.9f));
     EXPECT_EQ(osg::ChangeRecord::count(idOf(light)), 0u);
 
-    // A value beyond an integer field's range (a negative one in an unsigned field) is skipped.
+    // A negative value wraps in an unsigned field, as the scene's strtoul reading makes it; a value
+    // beyond the field's range is skipped.
     zeAnimationField* shadowMode = manager->getField(pointLight, "shadowMode");
+    EXPECT_TRUE(write(shadowMode, -3.0f));
+    EXPECT_EQ(light->getShadowMode(), 4294967293u);
     EXPECT_TRUE(write(shadowMode, 3.0f));
     osg::ChangeRecord::clear();
-    EXPECT_FALSE(write(shadowMode, -3.0f));
+    EXPECT_FALSE(write(shadowMode, 5.0e9f));
+    EXPECT_FALSE(write(shadowMode, -5.0e9f));
     EXPECT_EQ(light->getShadowMode(), 3u);
     EXPECT_EQ(osg::ChangeRecord::count(idOf(light)), 0u);
 }
