@@ -41,7 +41,7 @@ libdir=$(dirname "$(find "$prefix" -name "libzeAnimation.so.$version" -print -qu
 [ -d "$libdir" ] || fail "libzeAnimation.so.$version not installed"
 for lib in "$libdir"/lib*.so."$version"; do
     name=$(basename "$lib" ".$version")
-    readelf -d "$lib" | grep -q "Library soname: \[$name.$major\]" || fail "$lib: SONAME is not $name.$major"
+    [[ $(readelf -d "$lib") == *"Library soname: [$name.$major]"* ]] || fail "$lib: SONAME is not $name.$major"
 done
 # The library hides its internals, but a scene-graph type's registry entry must stay one per
 # process: no private copy of a function-local static of the osg templates may live in it.
@@ -49,7 +49,7 @@ private=$(nm --defined-only "$libdir/libzeAnimation.so.$version" | awk '$2 ~ /^[
 [ -z "$private" ] || fail "libzeAnimation holds private copies of scene-graph statics:"$'\n'"$private"
 echo "libzeAnimation.so.$version exports $(nm -D --defined-only "$libdir/libzeAnimation.so.$version" | wc -l) symbols"
 if [ -f apps/CMakeLists.txt ]; then
-    "$prefix/bin/zeanim" --version | grep -qF "$version" || fail "zeanim --version does not report $version"
+    [[ $("$prefix/bin/zeanim" --version) == *"$version"* ]] || fail "zeanim --version does not report $version"
 fi
 
 echo "== consumer through find_package, every installed header on its own"
@@ -80,7 +80,8 @@ deb=$(find "$work/deb" -maxdepth 1 -name 'zeanimation_*.deb' -print -quit)
 [ -n "$deb" ] || fail "cpack made no zeanimation_*.deb"
 [ "$(dpkg-deb -f "$deb" Package)" = zeanimation ] || fail "package name is not zeanimation"
 [ "$(dpkg-deb -f "$deb" Version)" = "$version" ] || fail "package version is not $version"
-dpkg-deb -f "$deb" Depends | grep -q libqt5core5a || fail "Depends lacks Qt: $(dpkg-deb -f "$deb" Depends)"
+depends=$(dpkg-deb -f "$deb" Depends)
+[[ $depends == *libqt5core5a* ]] || fail "Depends lacks Qt: $depends"
 contents=$(dpkg-deb -c "$deb")
 expected=(include/zeAnimation/zeAnimationManager.h include/OpenSG/OSGNode.h "libzeAnimation.so.$major"
     cmake/zeAnimation/zeAnimationConfigVersion.cmake pkgconfig/zeAnimation.pc)
@@ -92,7 +93,7 @@ done
 quiet apt-get install -s "$deb"
 dpkg-deb -x "$deb" "$work/unpacked"
 if [ -f apps/CMakeLists.txt ]; then
-    "$work/unpacked/usr/bin/zeanim" --version | grep -qF "$version" || fail "packaged zeanim does not run"
+    [[ $("$work/unpacked/usr/bin/zeanim" --version) == *"$version"* ]] || fail "packaged zeanim does not run"
 fi
 quiet cmake -S tests/consumer -B "$work/unpacked-cmake" "${generator[@]}" -DCMAKE_PREFIX_PATH="$work/unpacked/usr"
 quiet cmake --build "$work/unpacked-cmake" --target consumer
