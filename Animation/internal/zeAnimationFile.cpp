@@ -42,6 +42,9 @@ bool zeAnimationFile::_loading = false;
 
 namespace {
 
+// The typeID of a field's element; objects carry their own type id.
+const osg::Int32 kFieldType = -1;
+
 bool isBlank(char c)
 {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
@@ -281,7 +284,9 @@ void assignAttribute(zeAnimationFile::Element& element, zeAnimationFile::Documen
 
 bool isObjectType(const zeAnimationFile::Element& element)
 {
-    return element.hasTypeID && element.typeID >= -1 && element.typeID <= 6 && element.typeID != 0;
+    return element.hasTypeID && element.typeID >= kFieldType &&
+           element.typeID <= zeAnimationObject::TypeSequence &&
+           element.typeID != zeAnimationObject::TypeObject;
 }
 
 } // namespace
@@ -314,23 +319,23 @@ zeAnimationFile::fileOrder(const std::function<void(const zeControlPoint2D*)>& k
         if (!object)
             continue;
         switch (object->getTypeID()) {
-        case 1:
+        case zeAnimationObject::TypePoint2D:
             key(static_cast<const zeControlPoint2D*>(object));
             break;
-        case 2:
+        case zeAnimationObject::TypeCurve2D:
             groups[1].push_back(object);
             break;
-        case 3:
+        case zeAnimationObject::TypeUnit:
             if (!object->isHidden())
                 groups[2].push_back(object);
             break;
-        case 6:
+        case zeAnimationObject::TypeSequence:
             groups[3].push_back(object);
             break;
-        case 5:
+        case zeAnimationObject::TypeStrip:
             groups[isReferencedClip(object) ? 4 : 6].push_back(object);
             break;
-        case 4:
+        case zeAnimationObject::TypeStreak:
             groups[5].push_back(object);
             break;
         default:
@@ -349,16 +354,16 @@ std::vector<osg::UInt64> zeAnimationFile::listedChildren(const zeAnimationObject
     if (!object)
         return ids;
     switch (object->getTypeID()) {
-    case 2:
-    case 4:
+    case zeAnimationObject::TypeCurve2D:
+    case zeAnimationObject::TypeStreak:
         for (const zeAnimationObject* child : object->getObjects())
             ids.push_back(child->getId());
         break;
-    case 3:
+    case zeAnimationObject::TypeUnit:
         for (const zeAnimationCurve2D* curve : object->getCurves())
             ids.push_back(curve->getId());
         break;
-    case 5: {
+    case zeAnimationObject::TypeStrip: {
         // By track number; tracks that share a number with an earlier one follow in list order,
         // so that no track of the clip is left out of the file.
         const zeAnimationStrip::StreakMap streaks =
@@ -369,7 +374,7 @@ std::vector<osg::UInt64> zeAnimationFile::listedChildren(const zeAnimationObject
             listed.insert(entry.second->getId());
         }
         for (const zeAnimationObject* child : object->getObjects()) {
-            if (child->getTypeID() == 4 && listed.insert(child->getId()).second)
+            if (child->getTypeID() == zeAnimationObject::TypeStreak && listed.insert(child->getId()).second)
                 ids.push_back(child->getId());
         }
         break;
@@ -388,15 +393,15 @@ bool zeAnimationFile::isReferencedClip(const zeAnimationObject* clip)
 const char* zeAnimationFile::tagName(osg::UInt32 typeID)
 {
     switch (typeID) {
-    case 1:
+    case zeAnimationObject::TypePoint2D:
         return "point";
-    case 2:
+    case zeAnimationObject::TypeCurve2D:
         return "curve";
-    case 3:
+    case zeAnimationObject::TypeUnit:
         return "block";
-    case 4:
+    case zeAnimationObject::TypeStreak:
         return "track";
-    case 5:
+    case zeAnimationObject::TypeStrip:
         return "clip";
     default:
         // Sequences share the tag of fields; readers tell them apart by their typeID.
@@ -407,11 +412,11 @@ const char* zeAnimationFile::tagName(osg::UInt32 typeID)
 const char* zeAnimationFile::childTagName(osg::UInt32 typeID)
 {
     switch (typeID) {
-    case 2:
+    case zeAnimationObject::TypeCurve2D:
         return "point";
-    case 3:
+    case zeAnimationObject::TypeUnit:
         return "block"; // a block's curves: the tag is part of the format
-    case 4:
+    case zeAnimationObject::TypeStreak:
         return "obj";
     default:
         return "track";
@@ -448,8 +453,7 @@ zeAnimationFile::Attributes zeAnimationFile::objectAttributes(const zeAnimationO
 {
     const osg::UInt32 type = object->getTypeID();
     Attributes attributes{{"id", decimal(object->getId())}, {"typeID", decimal(type)}};
-    if (type == 1) {
-        const zeControlPoint2D* key = static_cast<const zeControlPoint2D*>(object);
+    if (const zeControlPoint2D* key = zeAnimationCast<zeControlPoint2D>(object)) {
         attributes.emplace_back("tangentType", decimal(key->getTangentType()));
         attributes.emplace_back("tangentLengthMode", decimal(key->getTangentLengthMode()));
         attributes.emplace_back("position", formatPair(key->getX(), key->getY()));
@@ -459,7 +463,7 @@ zeAnimationFile::Attributes zeAnimationFile::objectAttributes(const zeAnimationO
     }
     attributes.emplace_back("name", QString::fromStdString(object->getName()));
     attributes.emplace_back("active", flag(object->isActive()));
-    if (type == 6) {
+    if (type == zeAnimationObject::TypeSequence) {
         attributes.emplace_back("begin", formatFloat(object->getBegin()));
         attributes.emplace_back("end", formatFloat(object->getEnd()));
         return attributes;
@@ -467,14 +471,12 @@ zeAnimationFile::Attributes zeAnimationFile::objectAttributes(const zeAnimationO
     attributes.emplace_back("repeating", flag(object->isRepeating()));
     attributes.emplace_back("flipped", flag(object->isFlipped()));
     attributes.emplace_back("motionBlur", flag(object->getMotionBlur()));
-    if (type == 2) {
-        const zeAnimationCurve2D* curve = static_cast<const zeAnimationCurve2D*>(object);
+    if (const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(object)) {
         attributes.emplace_back("field", decimal(curve->getAnimationFieldId()));
         const osg::NodePtr node = curve->getParentOSGNode();
         attributes.emplace_back("parentNodeID", decimal(node != osg::NullFC ? osg::getContainerId(node) : 0));
-    } else if (type == 4) {
-        attributes.emplace_back("number",
-                                decimal(static_cast<const zeAnimationStreak*>(object)->getNumber()));
+    } else if (const zeAnimationStreak* track = zeAnimationCast<zeAnimationStreak>(object)) {
+        attributes.emplace_back("number", decimal(track->getNumber()));
     }
     return attributes;
 }
@@ -658,8 +660,10 @@ void writePool(Output& out)
         std::none_of(fields.begin(), fields.end(),
                      [](const zeAnimationManager::FieldMap::value_type& e) { return e.second; }) &&
         std::none_of(objects.begin(), objects.end(), [](const zeAnimationManager::ObjectMap::value_type& e) {
-            const osg::UInt32 type = e.second ? e.second->getTypeID() : 0;
-            return type >= 1 && type <= 6 && !(type == 3 && e.second->isHidden());
+            const osg::UInt32 type =
+                e.second ? e.second->getTypeID() : osg::UInt32(zeAnimationObject::TypeObject);
+            return type >= zeAnimationObject::TypePoint2D && type <= zeAnimationObject::TypeSequence &&
+                   !(type == zeAnimationObject::TypeUnit && e.second->isHidden());
         });
     if (empty) {
         out.append("/>\n");
@@ -1704,7 +1708,7 @@ void zeAnimationFile::Loader::applyFlags(zeAnimationObject* object, const zeAnim
         object->setName(text(element.name));
     if (element.has(E::Active))
         object->setActive(element.active);
-    if (object->getTypeID() == 6)
+    if (object->getTypeID() == zeAnimationObject::TypeSequence)
         return;
     if (element.has(E::Repeating))
         object->setRepeating(element.repeating);
@@ -1717,11 +1721,11 @@ void zeAnimationFile::Loader::applyFlags(zeAnimationObject* object, const zeAnim
 osg::UInt64 zeAnimationFile::Loader::create(const zeAnimationFile::Element& element)
 {
     typedef zeAnimationFile::Element E;
-    const osg::UInt64 id = idFor(element, element.typeID == -1);
+    const osg::UInt64 id = idFor(element, element.typeID == kFieldType);
     const std::string name = element.has(E::Name) ? text(element.name) : std::string();
     zeAnimationObject* object = nullptr;
     switch (element.typeID) {
-    case -1: {
+    case kFieldType: {
         zeAnimationField* field = m->createField(id);
         if (element.has(E::ContainerId))
             field->fcID = element.containerId;
@@ -1738,7 +1742,7 @@ osg::UInt64 zeAnimationFile::Loader::create(const zeAnimationFile::Element& elem
         loadedFields.push_back(field->getId());
         return field->getId();
     }
-    case 1: {
+    case zeAnimationObject::TypePoint2D: {
         // Handles start on the key: a missing tangent means no handle on that side.
         zeControlPoint2D* key = element.has(E::Position)
                                     ? m->createPoint2D(element.position[0], element.position[1], id)
@@ -1753,19 +1757,19 @@ osg::UInt64 zeAnimationFile::Loader::create(const zeAnimationFile::Element& elem
             key->setOutTangent(osg::Vec2f(element.outTangent[0], element.outTangent[1]));
         return key->getId();
     }
-    case 2:
+    case zeAnimationObject::TypeCurve2D:
         object = m->createCurve2D(id);
         break;
-    case 3:
+    case zeAnimationObject::TypeUnit:
         object = element.has(E::Name) ? m->createUnit(name, id) : m->createUnit(id);
         break;
-    case 4:
+    case zeAnimationObject::TypeStreak:
         object = element.has(E::Name) ? m->createStreak(name, id) : m->createStreak(id);
         break;
-    case 5:
+    case zeAnimationObject::TypeStrip:
         object = element.has(E::Name) ? m->createStrip(name, id) : m->createStrip(id);
         break;
-    case 6:
+    case zeAnimationObject::TypeSequence:
         object = m->createSequence(element.has(E::Name) ? name : std::string("Sequence"), id);
         if (element.has(E::Begin))
             object->setBegin(element.begin);
@@ -1785,16 +1789,17 @@ bool zeAnimationFile::Loader::accepts(const zeAnimationObject* container, const 
         return false;
     const osg::UInt32 type = child->getTypeID();
     switch (container->getTypeID()) {
-    case 3:
-        if (type != 2)
+    case zeAnimationObject::TypeUnit:
+        if (type != zeAnimationObject::TypeCurve2D)
             return false;
         break;
-    case 4:
-        if (type != 3 && type != 5 && type != 6)
+    case zeAnimationObject::TypeStreak:
+        if (type != zeAnimationObject::TypeUnit && type != zeAnimationObject::TypeStrip &&
+            type != zeAnimationObject::TypeSequence)
             return false;
         break;
-    case 5:
-        if (type != 4)
+    case zeAnimationObject::TypeStrip:
+        if (type != zeAnimationObject::TypeStreak)
             return false;
         break;
     default:
@@ -1828,8 +1833,7 @@ void zeAnimationFile::Loader::link(const zeAnimationFile::Element& element, osg:
     if (!object)
         return;
     const osg::UInt32 type = object->getTypeID();
-    if (type == 2) {
-        zeAnimationCurve2D* curve = static_cast<zeAnimationCurve2D*>(object);
+    if (zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(object)) {
         if (element.has(zeAnimationFile::Element::FieldId)) {
             // A field the pool does not hold keeps its identifier, so that nothing the file
             // said is lost, and gives the curve the colour of no field.
@@ -1844,7 +1848,8 @@ void zeAnimationFile::Loader::link(const zeAnimationFile::Element& element, osg:
         linkKeys(curve, element);
         return;
     }
-    if (type != 3 && type != 4 && type != 5)
+    if (type != zeAnimationObject::TypeUnit && type != zeAnimationObject::TypeStreak &&
+        type != zeAnimationObject::TypeStrip)
         return;
     bool linked = false;
     for (std::size_t i = 0; i < element.childCount; ++i) {
@@ -1855,7 +1860,7 @@ void zeAnimationFile::Loader::link(const zeAnimationFile::Element& element, osg:
             object->addObject(child);
             continue;
         }
-        if (type == 5)
+        if (type == zeAnimationObject::TypeStrip)
             static_cast<zeAnimationStreak*>(child)->setNumber(
                 static_cast<osg::UInt32>(object->getChildIds().size()));
         object->appendQuietly(child);
@@ -1897,14 +1902,11 @@ void zeAnimationFile::Loader::finish()
                 }
                 continue;
             }
-            if (current->getTypeID() == 3) {
+            if (zeAnimationUnit* unit = zeAnimationCast<zeAnimationUnit>(current)) {
                 // A block belongs to the node of its first curve that names one.
-                zeAnimationUnit* unit = static_cast<zeAnimationUnit*>(current);
                 for (const zeAnimationObject* child : current->getObjects()) {
-                    const zeAnimationField* field =
-                        child->getTypeID() == 2
-                            ? static_cast<const zeAnimationCurve2D*>(child)->getAnimationField()
-                            : nullptr;
+                    const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(child);
+                    const zeAnimationField* field = curve ? curve->getAnimationField() : nullptr;
                     if (unit->parentNodeId == 0 && field)
                         unit->parentNodeId = static_cast<osg::UInt32>(field->nodeID);
                 }
@@ -2027,7 +2029,7 @@ bool zeAnimationFile::load(const Document& document)
 
 zeAnimationField* zeAnimationFile::createField(const Element& element, const Document& document)
 {
-    if (!element.hasTypeID || element.typeID != -1)
+    if (!element.hasTypeID || element.typeID != kFieldType)
         return nullptr;
     Loader loader(document, false);
     return zeAnimationManager::the()->getField(loader.create(element));
@@ -2036,7 +2038,8 @@ zeAnimationField* zeAnimationFile::createField(const Element& element, const Doc
 zeAnimationObject* zeAnimationFile::createObject(const Element& element, const Document& document,
                                                  osg::Int32 expectedType)
 {
-    if (!element.hasTypeID || element.typeID != expectedType || expectedType < 1 || expectedType > 6)
+    if (!element.hasTypeID || element.typeID != expectedType ||
+        expectedType < zeAnimationObject::TypePoint2D || expectedType > zeAnimationObject::TypeSequence)
         return nullptr;
     Loader loader(document, false);
     return zeAnimationManager::the()->getObject(loader.create(element));

@@ -208,7 +208,8 @@ void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, fl
     float e = 0.0f;
     objectRange(object, b, e);
     const float local = object->isRepeating() ? repeatWrap(frame, b, e) : frame;
-    if (object->getTypeID() <= 3) {
+    // Up to a block, the curves below an object are its own; deeper containers recurse.
+    if (object->getTypeID() <= zeAnimationObject::TypeUnit) {
         // The comparisons use the unwrapped frame and the object's own interval; only the stored
         // local frame is wrapped.
         const float objectBegin = object->getBegin();

@@ -12,7 +12,7 @@
 #include <cstdio>
 #include <iostream>
 
-osg::UInt32 zeAnimationCurve2D::_typeID = 2;
+osg::UInt32 zeAnimationCurve2D::_typeID = TypeCurve2D;
 zeAnimationCurve2D zeAnimationCurve2D::_the;
 
 namespace {
@@ -72,7 +72,7 @@ zeAnimationCurve2D::zeAnimationCurve2D(const zeAnimationCurve2D& other) : zeAnim
     parentId = parent ? parent->getId() : 0;
     zeAnimationManager* m = manager();
     for (osg::UInt64 pointId : other.childIds) {
-        if (zeControlPoint2D* point = other.typedChild<zeControlPoint2D>(pointId, 1))
+        if (zeControlPoint2D* point = other.typedChild<zeControlPoint2D>(pointId))
             addObject(m->duplicatePoint2D(point));
     }
 }
@@ -87,7 +87,7 @@ std::vector<zeControlPoint2D*> zeAnimationCurve2D::keys() const
     std::vector<zeControlPoint2D*> result;
     result.reserve(childIds.size());
     for (osg::UInt64 pointId : childIds) {
-        if (zeControlPoint2D* point = typedChild<zeControlPoint2D>(pointId, 1))
+        if (zeControlPoint2D* point = typedChild<zeControlPoint2D>(pointId))
             result.push_back(point);
     }
     return result;
@@ -201,7 +201,7 @@ void zeAnimationCurve2D::rebuildKeyCache() const
     c.hasNaN = false;
     ChildList& list = const_cast<ChildList&>(childIds);
     for (ChildList::iterator it = list.begin(); it != list.end(); ++it) {
-        zeControlPoint2D* point = typedChild<zeControlPoint2D>(*it, 1);
+        zeControlPoint2D* point = typedChild<zeControlPoint2D>(*it);
         if (!point) {
             c.complete = false;
             continue;
@@ -477,7 +477,7 @@ zeControlPoint2D* zeAnimationCurve2D::findPoint(osg::UInt64 pointId) const
 {
     for (osg::UInt64 childId : childIds) {
         if (childId == pointId)
-            return typedChild<zeControlPoint2D>(pointId, 1);
+            return typedChild<zeControlPoint2D>(pointId);
     }
     return nullptr;
 }
@@ -621,9 +621,9 @@ void zeAnimationCurve2D::recomputeAround(zeControlPoint2D* key)
 
 zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
 {
-    if (!object || object->getTypeID() != 1)
+    zeControlPoint2D* key = zeAnimationCast<zeControlPoint2D>(object);
+    if (!key)
         return nullptr;
-    zeControlPoint2D* key = static_cast<zeControlPoint2D*>(object);
     if (key->isTangent() || !canAdopt(key))
         return nullptr;
     // Adding a key that is already there changes nothing.
@@ -657,9 +657,9 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
 
 zeAnimationObject* zeAnimationCurve2D::subObject(zeAnimationObject* object, bool destroy)
 {
-    if (!object || object->getTypeID() != 1)
+    zeControlPoint2D* key = zeAnimationCast<zeControlPoint2D>(object);
+    if (!key)
         return nullptr;
-    zeControlPoint2D* key = static_cast<zeControlPoint2D*>(object);
     if (key->parentId != id)
         return nullptr;
     const Neighbours around = getPreviousAndNextPoint(key);
@@ -707,7 +707,7 @@ osg::UInt32 zeAnimationCurve2D::removeKeys(bool selectedOnly, bool destroy, zeAn
         ids.push_back(key->getId());
     osg::UInt32 removed = 0;
     for (osg::UInt64 keyId : ids) {
-        zeControlPoint2D* key = typedChild<zeControlPoint2D>(keyId, 1);
+        zeControlPoint2D* key = typedChild<zeControlPoint2D>(keyId);
         if (!key)
             continue;
         if (destroy) {
@@ -744,7 +744,7 @@ void zeAnimationCurve2D::assignKeys(const std::vector<zeControlPoint2D*>& points
     std::vector<zeControlPoint2D*> given;
     given.reserve(points.size());
     for (zeControlPoint2D* point : points) {
-        if (point && point->getTypeID() == 1 && !point->isTangent() && canAdopt(point))
+        if (point && point->getTypeID() == TypePoint2D && !point->isTangent() && canAdopt(point))
             given.push_back(point);
     }
     // A key given here leaves any other curve (or container) that lists it.

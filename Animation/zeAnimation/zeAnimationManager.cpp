@@ -245,22 +245,22 @@ T* zeAnimationManager::registerCreated(T* object)
 void zeAnimationManager::deleteObject(zeAnimationObject* object)
 {
     switch (object->getTypeID()) {
-    case 1:
+    case zeAnimationObject::TypePoint2D:
         delete static_cast<zeControlPoint2D*>(object);
         break;
-    case 2:
+    case zeAnimationObject::TypeCurve2D:
         delete static_cast<zeAnimationCurve2D*>(object);
         break;
-    case 3:
+    case zeAnimationObject::TypeUnit:
         delete static_cast<zeAnimationUnit*>(object);
         break;
-    case 4:
+    case zeAnimationObject::TypeStreak:
         delete static_cast<zeAnimationStreak*>(object);
         break;
-    case 5:
+    case zeAnimationObject::TypeStrip:
         delete static_cast<zeAnimationStrip*>(object);
         break;
-    case 6:
+    case zeAnimationObject::TypeSequence:
         delete static_cast<zeAnimationSequence*>(object);
         break;
     default:
@@ -277,41 +277,34 @@ zeAnimationObject* zeAnimationManager::getObject(osg::UInt64 id) const
     return _objectIndex->find(id);
 }
 
-template <class T>
-T* zeAnimationManager::typedLookup(osg::UInt64 id, osg::UInt32 typeID) const
-{
-    zeAnimationObject* object = getObject(id);
-    return object && object->getTypeID() == typeID ? static_cast<T*>(object) : nullptr;
-}
-
 zeControlPoint2D* zeAnimationManager::getPoint2D(osg::UInt64 id) const
 {
-    return typedLookup<zeControlPoint2D>(id, 1);
+    return zeAnimationCast<zeControlPoint2D>(getObject(id));
 }
 
 zeAnimationCurve2D* zeAnimationManager::getCurve2D(osg::UInt64 id) const
 {
-    return typedLookup<zeAnimationCurve2D>(id, 2);
+    return zeAnimationCast<zeAnimationCurve2D>(getObject(id));
 }
 
 zeAnimationUnit* zeAnimationManager::getUnit(osg::UInt64 id) const
 {
-    return typedLookup<zeAnimationUnit>(id, 3);
+    return zeAnimationCast<zeAnimationUnit>(getObject(id));
 }
 
 zeAnimationStreak* zeAnimationManager::getStreak(osg::UInt64 id) const
 {
-    return typedLookup<zeAnimationStreak>(id, 4);
+    return zeAnimationCast<zeAnimationStreak>(getObject(id));
 }
 
 zeAnimationStrip* zeAnimationManager::getStrip(osg::UInt64 id) const
 {
-    return typedLookup<zeAnimationStrip>(id, 5);
+    return zeAnimationCast<zeAnimationStrip>(getObject(id));
 }
 
 zeAnimationSequence* zeAnimationManager::getSequence(osg::UInt64 id) const
 {
-    return typedLookup<zeAnimationSequence>(id, 6);
+    return zeAnimationCast<zeAnimationSequence>(getObject(id));
 }
 
 zeAnimationField* zeAnimationManager::getField(osg::UInt64 id) const
@@ -346,9 +339,9 @@ std::vector<zeAnimationUnit*> zeAnimationManager::getSceneUnits() const
 {
     std::vector<zeAnimationUnit*> units;
     for (const ObjectMap::value_type& entry : _objects) {
-        zeAnimationObject* object = entry.second;
-        if (object && object->getTypeID() == 3 && !object->hidden && !registeredParent(object))
-            units.push_back(static_cast<zeAnimationUnit*>(object));
+        zeAnimationUnit* unit = zeAnimationCast<zeAnimationUnit>(entry.second);
+        if (unit && !unit->hidden && !registeredParent(unit))
+            units.push_back(unit);
     }
     return units;
 }
@@ -357,10 +350,9 @@ std::vector<zeAnimationUnit*> zeAnimationManager::getActiveSceneUnits() const
 {
     std::vector<zeAnimationUnit*> units;
     for (const ObjectMap::value_type& entry : _objects) {
-        zeAnimationObject* object = entry.second;
-        if (object && object->getTypeID() == 3 && object->active && !object->hidden &&
-            !registeredParent(object))
-            units.push_back(static_cast<zeAnimationUnit*>(object));
+        zeAnimationUnit* unit = zeAnimationCast<zeAnimationUnit>(entry.second);
+        if (unit && unit->active && !unit->hidden && !registeredParent(unit))
+            units.push_back(unit);
     }
     return units;
 }
@@ -369,9 +361,9 @@ std::vector<zeAnimationStrip*> zeAnimationManager::getSceneStrips() const
 {
     std::vector<zeAnimationStrip*> strips;
     for (const ObjectMap::value_type& entry : _objects) {
-        zeAnimationObject* object = entry.second;
-        if (object && object->getTypeID() == 5 && !object->hidden && !registeredParent(object))
-            strips.push_back(static_cast<zeAnimationStrip*>(object));
+        zeAnimationStrip* strip = zeAnimationCast<zeAnimationStrip>(entry.second);
+        if (strip && !strip->hidden && !registeredParent(strip))
+            strips.push_back(strip);
     }
     return strips;
 }
@@ -380,10 +372,10 @@ std::vector<zeAnimationField*> zeAnimationManager::getReferencedFields(osg::UInt
 {
     std::vector<zeAnimationField*> fields;
     for (const ObjectMap::value_type& entry : _objects) {
-        zeAnimationObject* object = entry.second;
-        if (!object || object->getTypeID() != 2)
+        const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(entry.second);
+        if (!curve)
             continue;
-        zeAnimationField* field = getField(static_cast<zeAnimationCurve2D*>(object)->fieldId);
+        zeAnimationField* field = getField(curve->fieldId);
         if (field && field->fcID == containerId)
             fields.push_back(field);
     }
@@ -397,10 +389,9 @@ std::vector<zeAnimationCurve2D*> zeAnimationManager::getReferencedCurves(osg::UI
     if (!field)
         return curves;
     for (const ObjectMap::value_type& entry : _objects) {
-        zeAnimationObject* object = entry.second;
-        if (!object || object->getTypeID() != 2)
+        zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(entry.second);
+        if (!curve)
             continue;
-        zeAnimationCurve2D* curve = static_cast<zeAnimationCurve2D*>(object);
         if (getField(curve->fieldId) == field)
             curves.push_back(curve);
     }
@@ -546,15 +537,15 @@ zeAnimationObject* zeAnimationManager::duplicateObject(zeAnimationObject* object
     if (!object)
         return nullptr;
     switch (object->getTypeID()) {
-    case 1:
+    case zeAnimationObject::TypePoint2D:
         return duplicatePoint2D(static_cast<zeControlPoint2D*>(object));
-    case 2:
+    case zeAnimationObject::TypeCurve2D:
         return duplicateCurve2D(static_cast<zeAnimationCurve2D*>(object));
-    case 3:
+    case zeAnimationObject::TypeUnit:
         return duplicateUnit(static_cast<zeAnimationUnit*>(object), false);
-    case 4:
+    case zeAnimationObject::TypeStreak:
         return duplicateStreak(static_cast<zeAnimationStreak*>(object));
-    case 5:
+    case zeAnimationObject::TypeStrip:
         return duplicateStrip(static_cast<zeAnimationStrip*>(object));
     default:
         return nullptr;
@@ -874,7 +865,7 @@ zeAnimationStrip* zeAnimationManager::importClip(const osg::AnimationClipPtr& ol
     clip->setMotionBlur(oldClip->getMotionBlur());
     if (parent && !parentWatch.alive())
         parent = nullptr; // the clip stands alone
-    return parent ? static_cast<zeAnimationStrip*>(adoptImported(parent, clip)) : clip;
+    return parent ? zeAnimationCast<zeAnimationStrip>(adoptImported(parent, clip)) : clip;
 }
 
 zeAnimationStreak* zeAnimationManager::importTrack(const osg::AnimationTrackPtr& oldTrack,
@@ -906,7 +897,7 @@ zeAnimationStreak* zeAnimationManager::importTrack(const osg::AnimationTrackPtr&
         return nullptr;
     if (parent && !parentWatch.alive())
         parent = nullptr;
-    return parent ? static_cast<zeAnimationStreak*>(adoptImported(parent, track)) : track;
+    return parent ? zeAnimationCast<zeAnimationStreak>(adoptImported(parent, track)) : track;
 }
 
 zeAnimationUnit* zeAnimationManager::importBlock(const osg::AnimationBlockPtr& oldBlock,
@@ -933,7 +924,7 @@ zeAnimationUnit* zeAnimationManager::importBlock(const osg::AnimationBlockPtr& o
     block->setRepeating(oldBlock->getRepeating());
     block->setMotionBlur(oldBlock->getMotionBlur());
     block->setFlipped(oldBlock->getFlipped());
-    return parent ? static_cast<zeAnimationUnit*>(adoptImported(parent, block)) : block;
+    return parent ? zeAnimationCast<zeAnimationUnit>(adoptImported(parent, block)) : block;
 }
 
 zeAnimationSequence* zeAnimationManager::importSequence(const osg::AnimationBlockPtr& oldBlock,
@@ -944,7 +935,7 @@ zeAnimationSequence* zeAnimationManager::importSequence(const osg::AnimationBloc
     zeAnimationSequence* sequence = createSequence(oldBlock->getName(), 0);
     sequence->setBegin(oldBlock->getStart());
     sequence->setEnd(oldBlock->getEnd());
-    return parent ? static_cast<zeAnimationSequence*>(adoptImported(parent, sequence)) : sequence;
+    return parent ? zeAnimationCast<zeAnimationSequence>(adoptImported(parent, sequence)) : sequence;
 }
 
 zeAnimationCurve2D* zeAnimationManager::importCurve(const osg::AnimationCurvePtr& oldCurve,
@@ -998,7 +989,7 @@ zeAnimationCurve2D* zeAnimationManager::importCurve(const osg::AnimationCurvePtr
         for (zeControlPoint2D* key : curve->keys())
             curve->recomputeTangents(key);
     }
-    return static_cast<zeAnimationCurve2D*>(adoptImported(block, curve));
+    return zeAnimationCast<zeAnimationCurve2D>(adoptImported(block, curve));
 }
 
 zeControlPoint2D* zeAnimationManager::importPoint(const osg::AnimationControlPointPtr& oldPoint,
@@ -1071,10 +1062,10 @@ void zeAnimationManager::attachUnit(zeAnimationUnit* unit)
 void zeAnimationManager::detachFromScene(zeAnimationObject* object)
 {
     osg::NodePtr node;
-    if (object->getTypeID() == 2)
-        node = static_cast<zeAnimationCurve2D*>(object)->getParentOSGNode();
-    else if (object->getTypeID() == 3)
-        node = static_cast<zeAnimationUnit*>(object)->getParentOSGNode();
+    if (const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(object))
+        node = curve->getParentOSGNode();
+    else if (const zeAnimationUnit* unit = zeAnimationCast<zeAnimationUnit>(object))
+        node = unit->getParentOSGNode();
     if (node != osg::NullFC)
         zeAnimationUtils::subAnimationObject(node, object);
 }
@@ -1236,8 +1227,8 @@ void zeAnimationManager::destroyUnreferencedObjectsAndFields()
     std::vector<zeAnimationObject*> objects;
     for (const ObjectMap::value_type& entry : _objects) {
         zeAnimationObject* object = entry.second;
-        if (object && object->getTypeID() != 5 && !registeredParent(object) && !object->hidden &&
-            _actualObjectIDs.count(entry.first) == 0)
+        if (object && object->getTypeID() != zeAnimationObject::TypeStrip && !registeredParent(object) &&
+            !object->hidden && _actualObjectIDs.count(entry.first) == 0)
             objects.push_back(object);
     }
     // Destroying one listed object may take another listed one with it (a stale child entry);
@@ -1267,7 +1258,7 @@ bool zeAnimationManager::moveObjectToStreak(zeAnimationObject* obj, zeAnimationS
     if (!obj || !track)
         return false;
     zeAnimationObject* parent = registeredParent(obj);
-    if (!parent || parent->getTypeID() != 4 || parent == track)
+    if (!parent || parent->getTypeID() != zeAnimationObject::TypeStreak || parent == track)
         return false;
     if (!parent->subObject(obj, false))
         return false;
@@ -1782,11 +1773,12 @@ bool zeAnimationManager::loadAnimations(const QDomDocument& dom)
 
 namespace {
 
-zeAnimationObject* readObject(const QDomElement& domElement, osg::Int32 type)
+template <class T>
+T* readObject(const QDomElement& domElement)
 {
     zeAnimationFile::Document document;
     const zeAnimationFile::Element element = zeAnimationFile::readElement(domElement, document);
-    return zeAnimationFile::createObject(element, document, type);
+    return zeAnimationCast<T>(zeAnimationFile::createObject(element, document, zeAnimationTypeOf<T>::value));
 }
 
 } // namespace
@@ -1800,32 +1792,32 @@ zeAnimationField* zeAnimationManager::readFieldDomElement(const QDomElement& dom
 
 zeControlPoint2D* zeAnimationManager::readPointDomElement(const QDomElement& element)
 {
-    return static_cast<zeControlPoint2D*>(readObject(element, 1));
+    return readObject<zeControlPoint2D>(element);
 }
 
 zeAnimationCurve2D* zeAnimationManager::readCurveDomElement(const QDomElement& element)
 {
-    return static_cast<zeAnimationCurve2D*>(readObject(element, 2));
+    return readObject<zeAnimationCurve2D>(element);
 }
 
 zeAnimationUnit* zeAnimationManager::readBlockDomElement(const QDomElement& element)
 {
-    return static_cast<zeAnimationUnit*>(readObject(element, 3));
+    return readObject<zeAnimationUnit>(element);
 }
 
 zeAnimationStreak* zeAnimationManager::readTrackDomElement(const QDomElement& element)
 {
-    return static_cast<zeAnimationStreak*>(readObject(element, 4));
+    return readObject<zeAnimationStreak>(element);
 }
 
 zeAnimationStrip* zeAnimationManager::readClipDomElement(const QDomElement& element)
 {
-    return static_cast<zeAnimationStrip*>(readObject(element, 5));
+    return readObject<zeAnimationStrip>(element);
 }
 
 zeAnimationSequence* zeAnimationManager::readSequenceDomElement(const QDomElement& element)
 {
-    return static_cast<zeAnimationSequence*>(readObject(element, 6));
+    return readObject<zeAnimationSequence>(element);
 }
 
 void zeAnimationManager::readChildren(const QDomElement& domElement)

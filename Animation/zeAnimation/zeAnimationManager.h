@@ -303,8 +303,6 @@ private:
     void registerField(zeAnimationField* field);
     static void deleteObject(zeAnimationObject* object);
     template <class T>
-    T* typedLookup(osg::UInt64 id, osg::UInt32 typeID) const;
-    template <class T>
     T* registerCreated(T* object);
     bool isRegistered(const zeAnimationObject* object) const;
     void detachFromScene(zeAnimationObject* object);

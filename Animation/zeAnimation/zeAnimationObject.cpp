@@ -10,7 +10,7 @@
 #include <cstring>
 #include <limits>
 
-osg::UInt32 zeAnimationObject::_typeID = 0;
+osg::UInt32 zeAnimationObject::_typeID = TypeObject;
 osg::UInt64 zeAnimationObject::_childListEpoch = 0;
 osg::UInt64 zeAnimationObject::_summaryEpoch = 0;
 zeAnimationObject zeAnimationObject::_the;
@@ -374,7 +374,7 @@ int subtreeLevels(const zeAnimationObject* root, int limit)
         const zeAnimationObject* object = pending.back().first;
         const int level = pending.back().second;
         pending.pop_back();
-        const bool curve = object->getTypeID() == 2;
+        const bool curve = object->getTypeID() == zeAnimationObject::TypeCurve2D;
         levels = std::max(levels, curve ? level + 1 : level);
         if (curve)
             continue;
@@ -394,7 +394,7 @@ bool zeAnimationObject::canAdopt(const zeAnimationObject* child, int extraLevels
         return false;
     const int above = levelsFromRoot() + extraLevels - 1;
     // A key is a leaf, and its curve has kept a level for it.
-    if (child->getTypeID() == 1 && getTypeID() == 2)
+    if (child->getTypeID() == TypePoint2D && getTypeID() == TypeCurve2D)
         return above < MaxDepth;
     return above + subtreeLevels(child, MaxDepth - above) <= MaxDepth;
 }
@@ -555,14 +555,14 @@ void zeAnimationObject::childChanged(zeAnimationObject* child)
         }
     }
     // A track's layout is its clip's business too.
-    if (getTypeID() == 4)
+    if (getTypeID() == TypeStreak)
         noteChange();
 }
 
 void zeAnimationObject::fillEntry(ChildEntry& entry, zeAnimationObject* child) const
 {
     entry.object = child;
-    entry.type = child ? child->getTypeID() : 0;
+    entry.type = child ? child->getTypeID() : osg::UInt32(TypeObject);
     entry.counts = false;
     entry.simple = true;
     entry.empty = true;
@@ -577,8 +577,8 @@ void zeAnimationObject::fillEntry(ChildEntry& entry, zeAnimationObject* child) c
     entry.bounds[2] = child->getMaximum();
     entry.bounds[3] = child->getMinimum();
     const osg::UInt32 type = child->getTypeID();
-    entry.counts = !child->childIds.empty() || type == 6 || type == 1;
-    if (type == 4) {
+    entry.counts = !child->childIds.empty() || type == TypeSequence || type == TypePoint2D;
+    if (type == TypeStreak) {
         const ChildState& layout = child->childStateNow();
         if (layout.layoutStale)
             child->rescanLayout();
@@ -623,7 +623,7 @@ void zeAnimationObject::appendToChildState(zeAnimationObject* child) const
     fillEntry(entry, child);
     if (child) {
         child->indexInParent = index;
-        state.keys = state.keys || child->getTypeID() == 1;
+        state.keys = state.keys || child->getTypeID() == TypePoint2D;
     }
     if (state.roomLeaves != 0) {
         if (index < state.roomLeaves)
@@ -787,7 +787,7 @@ void zeAnimationObject::setRoomLeaf(std::size_t index) const
                                  -std::numeric_limits<float>::infinity()};
     if (index < state.entries.size()) {
         const ChildEntry& entry = state.entries[index];
-        if (entry.object && entry.type == 4) {
+        if (entry.object && entry.type == TypeStreak) {
             if (entry.empty || !entry.simple) {
                 leaf.open = true;
             } else {
@@ -845,7 +845,7 @@ zeAnimationObject* zeAnimationObject::firstTrackWithRoom(float nb, float ne,
         if (i >= n)
             return nullptr;
         // Taken out first: a track that takes the object changes this state.
-        zeAnimationObject* track = state.entries[i].type == 4 ? state.entries[i].object : nullptr;
+        zeAnimationObject* track = state.entries[i].type == TypeStreak ? state.entries[i].object : nullptr;
         if (track && tryTrack(track, context))
             return track;
     }
@@ -857,7 +857,8 @@ void zeAnimationObject::sortObjectsByBegin()
         return;
     // A curve usually knows from its key cache that its keys are in strict order; asking it
     // spares the walk below, which resolves every child, on each edit of a long curve.
-    if (getTypeID() == 2 && static_cast<const zeAnimationCurve2D*>(this)->keysKnownInOrder())
+    const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(this);
+    if (curve && curve->keysKnownInOrder())
         return;
     // A stable sort of an already ordered list changes nothing, and the list nearly always is
     // ordered: the child state knows.
@@ -974,13 +975,13 @@ const float kEditTolerance = 1e-6f;
 
 } // namespace
 
-std::vector<zeAnimationObject*> zeAnimationObject::childrenOfType(osg::UInt32 onlyType) const
+std::vector<zeAnimationObject*> zeAnimationObject::childrenOfType(TypeID onlyType) const
 {
     std::vector<zeAnimationObject*> children;
     children.reserve(childIds.size());
     for (osg::UInt64 childId : childIds) {
         zeAnimationObject* child = resolveChild(childId);
-        if (child && (onlyType == 0 || child->getTypeID() == onlyType))
+        if (child && (onlyType == TypeObject || child->getTypeID() == onlyType))
             children.push_back(child);
     }
     return children;
@@ -988,26 +989,26 @@ std::vector<zeAnimationObject*> zeAnimationObject::childrenOfType(osg::UInt32 on
 
 void zeAnimationObject::containerSetActive(bool value)
 {
-    for (zeAnimationObject* child : childrenOfType(0))
+    for (zeAnimationObject* child : childrenOfType(TypeObject))
         child->setActive(value);
     zeAnimationObject::setActive(value);
 }
 
 void zeAnimationObject::containerSetRepeating(bool value)
 {
-    for (zeAnimationObject* child : childrenOfType(0))
+    for (zeAnimationObject* child : childrenOfType(TypeObject))
         child->setRepeating(value);
     repeating = value;
 }
 
 void zeAnimationObject::containerSetMotionBlur(bool value)
 {
-    for (zeAnimationObject* child : childrenOfType(0))
+    for (zeAnimationObject* child : childrenOfType(TypeObject))
         child->setMotionBlur(value);
     motionBlur = value;
 }
 
-void zeAnimationObject::containerMove(float delta, bool notify, osg::UInt32 onlyType)
+void zeAnimationObject::containerMove(float delta, bool notify, TypeID onlyType)
 {
     if (childIds.empty())
         return;
@@ -1035,7 +1036,7 @@ void stretchChild(zeAnimationObject* child, float newBegin, float newEnd, bool t
 
 } // namespace
 
-void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool guarded, osg::UInt32 onlyType)
+void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool guarded, TypeID onlyType)
 {
     if (childIds.empty())
         return;
@@ -1058,7 +1059,7 @@ void zeAnimationObject::containerMoveBegin(float newBegin, bool notify, bool gua
         notifyParent();
 }
 
-void zeAnimationObject::containerMoveEnd(float newEnd, bool notify, bool guarded, osg::UInt32 onlyType)
+void zeAnimationObject::containerMoveEnd(float newEnd, bool notify, bool guarded, TypeID onlyType)
 {
     if (childIds.empty())
         return;
@@ -1103,7 +1104,7 @@ void zeAnimationObject::containerTrimEnd(float newEnd, bool notify)
     }
 }
 
-void zeAnimationObject::containerFlip(osg::UInt32 onlyType)
+void zeAnimationObject::containerFlip(TypeID onlyType)
 {
     if (childIds.empty())
         return;
@@ -1118,7 +1119,7 @@ void zeAnimationObject::containerFlip(osg::UInt32 onlyType)
     updateBy(this, Change, false);
 }
 
-void zeAnimationObject::containerTriggerLoop(float frame, bool passDown, osg::UInt32 onlyType)
+void zeAnimationObject::containerTriggerLoop(float frame, bool passDown, TypeID onlyType)
 {
     if (childIds.empty())
         return;
@@ -1130,7 +1131,7 @@ void zeAnimationObject::containerTriggerLoop(float frame, bool passDown, osg::UI
     const ChildIdSnapshot children(childIds);
     for (std::size_t i = 0; i < children.size(); ++i) {
         zeAnimationObject* child = resolveChild(children[i]);
-        if (child && (onlyType == 0 || child->getTypeID() == onlyType))
+        if (child && (onlyType == TypeObject || child->getTypeID() == onlyType))
             child->triggerLoop(frame);
         if (!self.alive())
             return;
@@ -1145,7 +1146,7 @@ void zeAnimationObject::appendChild(zeAnimationObject* child)
     ++_childListEpoch;
     if (childStateValid())
         appendToChildState(child);
-    if (wasEmpty || getTypeID() == 4)
+    if (wasEmpty || getTypeID() == TypeStreak)
         noteChange();
     updateBy(child, Add, true);
 }
@@ -1173,8 +1174,7 @@ void zeAnimationObject::renumberLinks(osg::UInt64 newId)
         if (zeAnimationObject* child = resolveChild(childId))
             child->parentId = newId;
     }
-    if (getTypeID() == 1) {
-        zeControlPoint2D* key = static_cast<zeControlPoint2D*>(this);
+    if (zeControlPoint2D* key = zeAnimationCast<zeControlPoint2D>(this)) {
         for (zeControlPoint2D* handle : {key->getInTangentPoint(), key->getOutTangentPoint()}) {
             if (handle)
                 handle->parentId = newId;

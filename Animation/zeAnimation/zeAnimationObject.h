@@ -14,7 +14,11 @@
 #include <utility>
 #include <vector>
 
+class zeControlPoint2D;
 class zeAnimationCurve2D;
+class zeAnimationUnit;
+class zeAnimationStreak;
+class zeAnimationStrip;
 class zeAnimationSequence;
 
 // Common base of every timed thing of the animation model. Objects never hold pointers to each
@@ -36,6 +40,19 @@ public:
         Add = 256,
         Remove = 512,
         Change = 1024
+    };
+
+    // What getTypeID() returns, one value per class. The values are fixed: hosts and animation
+    // files compare with the numbers.
+    enum TypeID
+    {
+        TypeObject = 0,
+        TypePoint2D = 1,
+        TypeCurve2D = 2,
+        TypeUnit = 3,
+        TypeStreak = 4,
+        TypeStrip = 5,
+        TypeSequence = 6
     };
 
     // The empty interval and value range: begin above end, minimum above maximum. Every bounds
@@ -216,28 +233,29 @@ protected:
     bool triggerSpan(float frame);
 
     // Operations shared by the containers (block, track, clip), written once. `onlyType`
-    // restricts the children acted on to one type id (the clip acts on its tracks only); 0
-    // means every child that resolves.
-    std::vector<zeAnimationObject*> childrenOfType(osg::UInt32 onlyType) const;
-    // resolveChild, provided the child is of that type.
-    template <class T>
-    T* typedChild(osg::UInt64 childId, osg::UInt32 typeID) const
+    // restricts the children acted on to one kind (the clip acts on its tracks only); TypeObject,
+    // which every object is, means every child that resolves.
+    std::vector<zeAnimationObject*> childrenOfType(TypeID onlyType) const;
+    // The kinds a track holds: blocks, clips and sequences.
+    static bool isTrackContent(osg::UInt32 type)
     {
-        zeAnimationObject* child = resolveChild(childId);
-        return child && child->getTypeID() == typeID ? static_cast<T*>(child) : nullptr;
+        return type == TypeUnit || type == TypeStrip || type == TypeSequence;
     }
+    // resolveChild, provided the child is a T.
+    template <class T>
+    T* typedChild(osg::UInt64 childId) const;
     void containerSetActive(bool value);
     void containerSetRepeating(bool value);
     void containerSetMotionBlur(bool value);
-    void containerMove(float delta, bool notify, osg::UInt32 onlyType);
+    void containerMove(float delta, bool notify, TypeID onlyType);
     // Stretches the content about the fixed end (begin) or begin (end). With `guarded`, a new
     // edge closer than 1e-6 to the fixed one, or beyond it, leaves the children alone.
-    void containerMoveBegin(float newBegin, bool notify, bool guarded, osg::UInt32 onlyType);
-    void containerMoveEnd(float newEnd, bool notify, bool guarded, osg::UInt32 onlyType);
+    void containerMoveBegin(float newBegin, bool notify, bool guarded, TypeID onlyType);
+    void containerMoveEnd(float newEnd, bool notify, bool guarded, TypeID onlyType);
     void containerTrimBegin(float newBegin, bool notify);
     void containerTrimEnd(float newEnd, bool notify);
-    void containerFlip(osg::UInt32 onlyType);
-    void containerTriggerLoop(float frame, bool passDown, osg::UInt32 onlyType);
+    void containerFlip(TypeID onlyType);
+    void containerTriggerLoop(float frame, bool passDown, TypeID onlyType);
     // Unlinks a listed child and drops its summaries; false when it is not listed.
     bool unlinkChild(zeAnimationObject* child);
     // Sets the four bounds, telling the parent when one of them changed.
@@ -432,5 +450,61 @@ private:
     static osg::UInt32 _typeID;
     static osg::UInt64 _childListEpoch;
 };
+
+// The type id of each class of the pool, for zeAnimationCast.
+template <class T>
+struct zeAnimationTypeOf;
+template <>
+struct zeAnimationTypeOf<zeControlPoint2D>
+{
+    static constexpr zeAnimationObject::TypeID value = zeAnimationObject::TypePoint2D;
+};
+template <>
+struct zeAnimationTypeOf<zeAnimationCurve2D>
+{
+    static constexpr zeAnimationObject::TypeID value = zeAnimationObject::TypeCurve2D;
+};
+template <>
+struct zeAnimationTypeOf<zeAnimationUnit>
+{
+    static constexpr zeAnimationObject::TypeID value = zeAnimationObject::TypeUnit;
+};
+template <>
+struct zeAnimationTypeOf<zeAnimationStreak>
+{
+    static constexpr zeAnimationObject::TypeID value = zeAnimationObject::TypeStreak;
+};
+template <>
+struct zeAnimationTypeOf<zeAnimationStrip>
+{
+    static constexpr zeAnimationObject::TypeID value = zeAnimationObject::TypeStrip;
+};
+template <>
+struct zeAnimationTypeOf<zeAnimationSequence>
+{
+    static constexpr zeAnimationObject::TypeID value = zeAnimationObject::TypeSequence;
+};
+
+// The checked down-cast: the object as a T when its type id is T's, else null (null for null).
+// The type id is the one run-time type test of the pool, so this is the one way down from a
+// zeAnimationObject; T's header must be included where it is used.
+template <class T>
+T* zeAnimationCast(zeAnimationObject* object)
+{
+    return object && object->getTypeID() == zeAnimationTypeOf<T>::value ? static_cast<T*>(object) : nullptr;
+}
+
+template <class T>
+const T* zeAnimationCast(const zeAnimationObject* object)
+{
+    return object && object->getTypeID() == zeAnimationTypeOf<T>::value ? static_cast<const T*>(object)
+                                                                        : nullptr;
+}
+
+template <class T>
+T* zeAnimationObject::typedChild(osg::UInt64 childId) const
+{
+    return zeAnimationCast<T>(resolveChild(childId));
+}
 
 #endif // ZEANIMATIONOBJECT_H

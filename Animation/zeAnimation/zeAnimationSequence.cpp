@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-osg::UInt32 zeAnimationSequence::_typeID = 6;
+osg::UInt32 zeAnimationSequence::_typeID = TypeSequence;
 zeAnimationSequence zeAnimationSequence::_the;
 
 namespace {

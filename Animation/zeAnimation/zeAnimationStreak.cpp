@@ -5,7 +5,7 @@
 #include <zeAnimation/zeAnimationStrip.h>
 #include <zeAnimation/zeAnimationUnit.h>
 
-osg::UInt32 zeAnimationStreak::_typeID = 4;
+osg::UInt32 zeAnimationStreak::_typeID = TypeStreak;
 zeAnimationStreak zeAnimationStreak::_the;
 
 zeAnimationStreak::zeAnimationStreak() : zeAnimationObject(), number(0) {}
@@ -45,8 +45,7 @@ bool zeAnimationStreak::insertObject(zeAnimationObject* object)
 {
     if (!object)
         return false;
-    const osg::UInt32 type = object->getTypeID();
-    if (type != 3 && type != 5 && type != 6)
+    if (!isTrackContent(object->getTypeID()))
         return false;
     if (collidesWithChild(object->getBegin(), object->getEnd()))
         return false;
@@ -68,7 +67,7 @@ std::vector<zeAnimationUnit*> zeAnimationStreak::getUnits() const
 {
     std::vector<zeAnimationUnit*> units;
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationUnit* unit = typedChild<zeAnimationUnit>(childId, 3))
+        if (zeAnimationUnit* unit = typedChild<zeAnimationUnit>(childId))
             units.push_back(unit);
     }
     return units;
@@ -78,7 +77,7 @@ std::vector<zeAnimationStrip*> zeAnimationStreak::getStrips() const
 {
     std::vector<zeAnimationStrip*> strips;
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationStrip* strip = typedChild<zeAnimationStrip>(childId, 5))
+        if (zeAnimationStrip* strip = typedChild<zeAnimationStrip>(childId))
             strips.push_back(strip);
     }
     return strips;
@@ -88,7 +87,7 @@ std::vector<zeAnimationSequence*> zeAnimationStreak::getSequences() const
 {
     std::vector<zeAnimationSequence*> sequences;
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationSequence* sequence = typedChild<zeAnimationSequence>(childId, 6))
+        if (zeAnimationSequence* sequence = typedChild<zeAnimationSequence>(childId))
             sequences.push_back(sequence);
     }
     return sequences;

@@ -24,11 +24,14 @@ public:
     osg::UInt32 getTypeID() const override;
     zeAnimationObject* addObject(zeAnimationObject* object) override;
     zeAnimationObject* subObject(zeAnimationObject* object, bool destroy) override;
-    void move(float delta, bool notify) override { containerMove(delta, notify, 0); }
-    void moveBegin(float newBegin, bool notify) override { containerMoveBegin(newBegin, notify, false, 0); }
-    void moveEnd(float newEnd, bool notify) override { containerMoveEnd(newEnd, notify, false, 0); }
-    void flip() override { containerFlip(0); }
-    void triggerLoop(float frame) override { containerTriggerLoop(frame, true, 0); }
+    void move(float delta, bool notify) override { containerMove(delta, notify, TypeObject); }
+    void moveBegin(float newBegin, bool notify) override
+    {
+        containerMoveBegin(newBegin, notify, false, TypeObject);
+    }
+    void moveEnd(float newEnd, bool notify) override { containerMoveEnd(newEnd, notify, false, TypeObject); }
+    void flip() override { containerFlip(TypeObject); }
+    void triggerLoop(float frame) override { containerTriggerLoop(frame, true, TypeObject); }
 
     // Adds a block, clip or sequence when its interval neither overlaps nor covers, nor is
     // covered by, an object already on the track; intervals that only touch are accepted.

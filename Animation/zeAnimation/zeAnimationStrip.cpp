@@ -5,19 +5,8 @@
 #include <zeAnimation/zeAnimationStreak.h>
 #include <zeAnimation/zeAnimationUnit.h>
 
-osg::UInt32 zeAnimationStrip::_typeID = 5;
+osg::UInt32 zeAnimationStrip::_typeID = TypeStrip;
 zeAnimationStrip zeAnimationStrip::_the;
-
-namespace {
-
-const osg::UInt32 kTrack = 4;
-
-bool isPlaceable(osg::UInt32 type)
-{
-    return type == 3 || type == 5 || type == 6;
-}
-
-} // namespace
 
 zeAnimationStrip::zeAnimationStrip() : zeAnimationObject() {}
 
@@ -47,7 +36,7 @@ std::vector<zeAnimationStreak*> zeAnimationStrip::tracks() const
     std::vector<zeAnimationStreak*> result;
     result.reserve(childIds.size());
     for (osg::UInt64 childId : childIds) {
-        if (zeAnimationStreak* track = typedChild<zeAnimationStreak>(childId, kTrack))
+        if (zeAnimationStreak* track = typedChild<zeAnimationStreak>(childId))
             result.push_back(track);
     }
     return result;
@@ -59,9 +48,9 @@ zeAnimationObject* zeAnimationStrip::addObject(zeAnimationObject* object)
         return nullptr;
     const osg::UInt32 type = object->getTypeID();
     // Anything but a track goes one level deeper, on a track of its own.
-    if ((type != kTrack && !isPlaceable(type)) || !canAdopt(object, type == kTrack ? 1 : 2))
+    if ((type != TypeStreak && !isTrackContent(type)) || !canAdopt(object, type == TypeStreak ? 1 : 2))
         return nullptr;
-    if (type == kTrack) {
+    if (type == TypeStreak) {
         // Numbered by the rows the clip has without it: a track it holds already moves to the end.
         const bool held = object->getParentId() == id && findObject(object->getId()).first;
         const std::size_t others = childIds.size() - (held ? 1 : 0);
@@ -79,7 +68,7 @@ zeAnimationObject* zeAnimationStrip::addObject(zeAnimationObject* object)
 
 zeAnimationStreak* zeAnimationStrip::insertObject(zeAnimationObject* object)
 {
-    if (!object || !isPlaceable(object->getTypeID()) || !canAdopt(object, 2))
+    if (!object || !isTrackContent(object->getTypeID()) || !canAdopt(object, 2))
         return nullptr;
     // The first track in list order that takes it; tracks that certainly have no room are not asked.
     const auto tryTrack = [](zeAnimationObject* track, void* candidate) {
@@ -89,7 +78,7 @@ zeAnimationStreak* zeAnimationStrip::insertObject(zeAnimationObject* object)
     if (zeAnimationObject* track = firstTrackWithRoom(object->getBegin(), object->getEnd(), tryTrack, object))
         return static_cast<zeAnimationStreak*>(track);
     zeAnimationObject* added = addObject(object);
-    return added && added->getTypeID() == kTrack ? static_cast<zeAnimationStreak*>(added) : nullptr;
+    return zeAnimationCast<zeAnimationStreak>(added);
 }
 
 zeAnimationObject* zeAnimationStrip::subObject(zeAnimationObject* object, bool destroy)
@@ -97,9 +86,9 @@ zeAnimationObject* zeAnimationStrip::subObject(zeAnimationObject* object, bool d
     if (!object)
         return nullptr;
     const osg::UInt32 type = object->getTypeID();
-    if (type != kTrack && !isPlaceable(type))
+    if (type != TypeStreak && !isTrackContent(type))
         return nullptr;
-    if (type == kTrack) {
+    if (type == TypeStreak) {
         if (!unlinkChild(object))
             return nullptr;
         if (destroy) {
@@ -119,27 +108,27 @@ zeAnimationObject* zeAnimationStrip::subObject(zeAnimationObject* object, bool d
 
 void zeAnimationStrip::move(float delta, bool notify)
 {
-    containerMove(delta, notify, kTrack);
+    containerMove(delta, notify, TypeStreak);
 }
 
 void zeAnimationStrip::moveBegin(float newBegin, bool notify)
 {
-    containerMoveBegin(newBegin, notify, false, kTrack);
+    containerMoveBegin(newBegin, notify, false, TypeStreak);
 }
 
 void zeAnimationStrip::moveEnd(float newEnd, bool notify)
 {
-    containerMoveEnd(newEnd, notify, false, kTrack);
+    containerMoveEnd(newEnd, notify, false, TypeStreak);
 }
 
 void zeAnimationStrip::flip()
 {
-    containerFlip(kTrack);
+    containerFlip(TypeStreak);
 }
 
 void zeAnimationStrip::triggerLoop(float frame)
 {
-    containerTriggerLoop(frame, true, kTrack);
+    containerTriggerLoop(frame, true, TypeStreak);
 }
 
 zeAnimationStreak* zeAnimationStrip::getStreak(osg::UInt32 number) const

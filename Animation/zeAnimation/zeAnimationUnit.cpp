@@ -6,7 +6,7 @@
 
 #include <OpenSG/OSGFieldContainerFactory.h>
 
-osg::UInt32 zeAnimationUnit::_typeID = 3;
+osg::UInt32 zeAnimationUnit::_typeID = TypeUnit;
 zeAnimationUnit zeAnimationUnit::_the;
 
 zeAnimationUnit::zeAnimationUnit() : zeAnimationObject(), parentNodeId(0) {}
@@ -23,9 +23,8 @@ zeAnimationUnit::zeAnimationUnit(const zeAnimationUnit& other) : zeAnimationUnit
     parentNodeId = other.parentNodeId;
     copyContainerState(other);
     for (osg::UInt64 curveId : other.childIds) {
-        zeAnimationObject* child = other.resolveChild(curveId);
-        if (child && child->getTypeID() == 2)
-            addObject(m->duplicateCurve2D(static_cast<zeAnimationCurve2D*>(child)));
+        if (zeAnimationCurve2D* curve = other.typedChild<zeAnimationCurve2D>(curveId))
+            addObject(m->duplicateCurve2D(curve));
     }
     linkToParentOf(other);
 }
@@ -37,10 +36,11 @@ osg::UInt32 zeAnimationUnit::getTypeID() const
 
 zeAnimationObject* zeAnimationUnit::addObject(zeAnimationObject* object)
 {
-    if (!object || object->getTypeID() != 2 || !canAdopt(object))
+    zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(object);
+    if (!curve || !canAdopt(curve))
         return nullptr;
     if (parentNodeId == 0) {
-        const zeAnimationField* field = static_cast<zeAnimationCurve2D*>(object)->getAnimationField();
+        const zeAnimationField* field = curve->getAnimationField();
         if (field)
             parentNodeId = static_cast<osg::UInt32>(field->nodeID);
     }
@@ -50,12 +50,11 @@ zeAnimationObject* zeAnimationUnit::addObject(zeAnimationObject* object)
 
 zeAnimationObject* zeAnimationUnit::subObject(zeAnimationObject* object, bool destroy)
 {
-    if (!object || object->getTypeID() != 2)
-        return nullptr;
-    if (!unlinkChild(object))
+    zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(object);
+    if (!curve || !unlinkChild(curve))
         return nullptr;
     if (destroy) {
-        zeAnimationManager::the()->destroyCurve2D(static_cast<zeAnimationCurve2D*>(object));
+        zeAnimationManager::the()->destroyCurve2D(curve);
         return nullptr;
     }
     return object;

@@ -22,13 +22,16 @@ public:
     // Takes curves only. The first curve whose field is known decides the block's node.
     zeAnimationObject* addObject(zeAnimationObject* object) override;
     zeAnimationObject* subObject(zeAnimationObject* object, bool destroy) override;
-    void move(float delta, bool notify) override { containerMove(delta, notify, 0); }
-    void moveBegin(float newBegin, bool notify) override { containerMoveBegin(newBegin, notify, true, 0); }
-    void moveEnd(float newEnd, bool notify) override { containerMoveEnd(newEnd, notify, true, 0); }
+    void move(float delta, bool notify) override { containerMove(delta, notify, TypeObject); }
+    void moveBegin(float newBegin, bool notify) override
+    {
+        containerMoveBegin(newBegin, notify, true, TypeObject);
+    }
+    void moveEnd(float newEnd, bool notify) override { containerMoveEnd(newEnd, notify, true, TypeObject); }
     void trimBegin(float newBegin, bool notify) override { containerTrimBegin(newBegin, notify); }
     void trimEnd(float newEnd, bool notify) override { containerTrimEnd(newEnd, notify); }
-    void flip() override { containerFlip(0); }
-    void triggerLoop(float frame) override { containerTriggerLoop(frame, false, 0); }
+    void flip() override { containerFlip(TypeObject); }
+    void triggerLoop(float frame) override { containerTriggerLoop(frame, false, TypeObject); }
 
     // The scene node the block's curves animate, stored by container identifier (0 = unknown).
     void setParentOSGNode(const osg::NodePtr& node);

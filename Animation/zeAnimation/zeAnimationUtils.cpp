@@ -741,7 +741,7 @@ bool zeAnimationUtils::addAnimationObject(const osg::NodePtr& node, zeAnimationO
     osg::MFUInt64& ids = attachment->getObjectIds();
     osg::beginEditCP(attachment, osg::AnimAttachment::ObjectIdsFieldMask, 1);
     // A block and its own curves are never listed together.
-    if (object->getTypeID() == 3) {
+    if (object->getTypeID() == zeAnimationObject::TypeUnit) {
         for (osg::UInt64 curveId : object->getChildIds())
             eraseId(ids, curveId);
     }
@@ -858,8 +858,8 @@ bool zeAnimationUtils::changeObjectReferenceFields(zeAnimationObject* object, co
         if (match)
             curve->setAnimationField(match);
     }
-    if (object->getTypeID() == 3)
-        static_cast<zeAnimationUnit*>(object)->setParentOSGNode(node);
+    if (zeAnimationUnit* unit = zeAnimationCast<zeAnimationUnit>(object))
+        unit->setParentOSGNode(node);
     return true;
 }
 

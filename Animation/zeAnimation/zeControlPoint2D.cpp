@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-osg::UInt32 zeControlPoint2D::_typeID = 1;
+osg::UInt32 zeControlPoint2D::_typeID = TypePoint2D;
 osg::UInt64 zeControlPoint2D::_positionEpoch = 0;
 zeControlPoint2D zeControlPoint2D::_the;
 
@@ -250,14 +250,14 @@ bool zeControlPoint2D::computeTangents()
 {
     if (!inTangentPoint || !outTangentPoint)
         return false;
-    zeAnimationObject* parent = zeAnimationManager::the()->getObject(parentId);
-    if (!parent || parent->getTypeID() != 2)
+    zeAnimationCurve2D* curve = zeAnimationManager::the()->getCurve2D(parentId);
+    if (!curve)
         return false;
     if (tangentType == TangentFree)
         return false;
     const zeControlPoint2D* previous = nullptr;
     const zeControlPoint2D* next = nullptr;
-    if (!static_cast<zeAnimationCurve2D*>(parent)->getMapNeighbours(position[0], previous, next))
+    if (!curve->getMapNeighbours(position[0], previous, next))
         return false;
     if (!previous && !next)
         return false;

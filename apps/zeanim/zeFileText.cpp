@@ -35,27 +35,27 @@ std::vector<AttributeRule> rulesFor(int typeID)
         {"active", Flag}, {"repeating", Flag}, {"flipped", Flag}, {"motionBlur", Flag}};
     std::vector<AttributeRule> rules{{"id", WholeNumber}};
     switch (typeID) {
-    case -1:
+    case zeFileText::FieldType:
         rules.insert(rules.end(),
                      {{"fcID", ContainerId}, {"value", Float}, {"valuePos", ContainerId}, {"dirty", Flag}});
         break;
-    case 1:
+    case zeAnimationObject::TypePoint2D:
         rules.insert(rules.end(), {{"tangentType", TangentMode},
                                    {"tangentLengthMode", TangentMode},
                                    {"position", FloatPair},
                                    {"inTangent", FloatPair},
                                    {"outTangent", FloatPair}});
         break;
-    case 2:
+    case zeAnimationObject::TypeCurve2D:
         rules.push_back({"field", WholeNumber});
         rules.insert(rules.end(), std::begin(flags), std::end(flags));
         break;
-    case 3:
-    case 4:
-    case 5:
+    case zeAnimationObject::TypeUnit:
+    case zeAnimationObject::TypeStreak:
+    case zeAnimationObject::TypeStrip:
         rules.insert(rules.end(), std::begin(flags), std::end(flags));
         break;
-    case 6:
+    case zeAnimationObject::TypeSequence:
         rules.insert(rules.end(), {{"active", Flag}, {"begin", Float}, {"end", Float}});
         break;
     default:

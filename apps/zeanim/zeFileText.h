@@ -6,6 +6,8 @@
 // settles every conflict of a file (a child listed twice, a reference to nothing, a NaN) by
 // skipping, and the pool it makes no longer shows what was wrong.
 
+#include <zeAnimation/zeAnimationObject.h>
+
 #include <OpenSG/OSGBaseTypes.h>
 
 #include <QString>
@@ -16,6 +18,9 @@
 class zeFileText
 {
 public:
+    // The typeID of a field's element; an object's element carries its object's type id.
+    static constexpr int FieldType = -1;
+
     // A number as the file gives it: absent, present and usable, or present but not a value of
     // its kind (the loader ignores those).
     enum State
@@ -81,7 +86,9 @@ public:
         // True when the loader makes something of the element.
         bool isUsable() const
         {
-            return typeState == Usable && (typeID == -1 || (typeID >= 1 && typeID <= 6));
+            return typeState == Usable &&
+                   (typeID == FieldType ||
+                    (typeID >= zeAnimationObject::TypePoint2D && typeID <= zeAnimationObject::TypeSequence));
         }
     };
 

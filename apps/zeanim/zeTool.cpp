@@ -181,7 +181,7 @@ void collectCurves(const zeAnimationObject* object, std::vector<zeAnimationCurve
 {
     if (!object || depth > zeAnimationObject::MaxDepth)
         return;
-    if (object->getTypeID() == 2) {
+    if (object->getTypeID() == zeAnimationObject::TypeCurve2D) {
         curves.push_back(zeAnimationManager::the()->getCurve2D(object->getId()));
         return;
     }
@@ -259,7 +259,9 @@ bool zeToolParse(int argc, char** argv, zeToolArguments& arguments)
             if (arguments.selectionKind)
                 return usage(command, "give only one of --curve, --block and --clip");
             arguments.selectionKind = option == "--curve" ? "curve" : option == "--block" ? "block" : "clip";
-            arguments.selectionType = option == "--curve" ? 2 : option == "--block" ? 3 : 5;
+            arguments.selectionType = option == "--curve"   ? zeAnimationObject::TypeCurve2D
+                                      : option == "--block" ? zeAnimationObject::TypeUnit
+                                                            : zeAnimationObject::TypeStrip;
             if (!parseId(value.c_str(), arguments.selectionId))
                 return usage(command, option + " needs an object id (a whole number), not \"" + value + "\"");
         } else {
@@ -373,7 +375,7 @@ std::vector<zeAnimationObject*> zeToolRoots()
     std::vector<zeAnimationObject*> roots;
     for (const auto& entry : zeAnimationManager::the()->getObjects()) {
         zeAnimationObject* object = entry.second;
-        if (object && object->getTypeID() >= 2 && !object->getParent())
+        if (object && object->getTypeID() >= zeAnimationObject::TypeCurve2D && !object->getParent())
             roots.push_back(object);
     }
     return roots;
@@ -386,9 +388,10 @@ std::vector<zeAnimationObject*> zeToolChildren(const zeAnimationObject* object)
         if (zeAnimationObject* child = object->resolveChild(id))
             children.push_back(child);
     }
-    if (object->getTypeID() == 5) {
+    if (object->getTypeID() == zeAnimationObject::TypeStrip) {
         const auto number = [](const zeAnimationObject* o) {
-            return o->getTypeID() == 4 ? static_cast<const zeAnimationStreak*>(o)->getNumber() : 0u;
+            const zeAnimationStreak* track = zeAnimationCast<zeAnimationStreak>(o);
+            return track ? track->getNumber() : 0u;
         };
         std::stable_sort(
             children.begin(), children.end(),

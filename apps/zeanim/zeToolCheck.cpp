@@ -93,16 +93,18 @@ private:
 
     static std::string kindOf(const Element& e)
     {
-        return e.typeID == -1 ? "field" : zeToolKindName(static_cast<osg::UInt32>(e.typeID));
+        return e.typeID == zeFileText::FieldType ? "field"
+                                                 : zeToolKindName(static_cast<osg::UInt32>(e.typeID));
     }
 
     static std::string nameOf(const Element& e)
     {
-        if (e.typeID == 1)
+        if (e.typeID == zeAnimationObject::TypePoint2D)
             return "key";
-        if (e.typeID == -1 && (e.name.empty() || e.attribute.compare(0, e.name.size(), e.name) == 0))
+        if (e.typeID == zeFileText::FieldType &&
+            (e.name.empty() || e.attribute.compare(0, e.name.size(), e.name) == 0))
             return e.attribute;
-        if (e.typeID == -1)
+        if (e.typeID == zeFileText::FieldType)
             return e.name + "." + e.attribute;
         return e.name;
     }
@@ -139,11 +141,11 @@ private:
     static const char* holds(int typeID)
     {
         switch (typeID) {
-        case 2:
+        case zeAnimationObject::TypeCurve2D:
             return "a curve holds keys";
-        case 3:
+        case zeAnimationObject::TypeUnit:
             return "a block holds curves";
-        case 4:
+        case zeAnimationObject::TypeStreak:
             return "a track holds blocks, clips and sequences";
         default:
             return "a clip holds tracks";
@@ -153,14 +155,15 @@ private:
     static bool canHold(int container, int child)
     {
         switch (container) {
-        case 2:
-            return child == 1;
-        case 3:
-            return child == 2;
-        case 4:
-            return child == 3 || child == 5 || child == 6;
-        case 5:
-            return child == 4;
+        case zeAnimationObject::TypeCurve2D:
+            return child == zeAnimationObject::TypePoint2D;
+        case zeAnimationObject::TypeUnit:
+            return child == zeAnimationObject::TypeCurve2D;
+        case zeAnimationObject::TypeStreak:
+            return child == zeAnimationObject::TypeUnit || child == zeAnimationObject::TypeStrip ||
+                   child == zeAnimationObject::TypeSequence;
+        case zeAnimationObject::TypeStrip:
+            return child == zeAnimationObject::TypeStreak;
         default:
             return false;
         }
@@ -219,7 +222,8 @@ private:
             const Element& e = elements[i];
             if (!e.isUsable() || !firstOfId[i])
                 continue;
-            if (!e.references.empty() && (e.typeID < 2 || e.typeID > 5)) {
+            if (!e.references.empty() &&
+                (e.typeID < zeAnimationObject::TypeCurve2D || e.typeID > zeAnimationObject::TypeStrip)) {
                 add(Finding::Warning, e,
                     "lists children, which a " + kindOf(e) + " cannot have; they are ignored");
                 continue;
@@ -278,7 +282,8 @@ private:
         for (const Reference& r : elements[curve].references) {
             const Element* key = r.state == zeFileText::Usable ? find(r.id) : nullptr;
             // A key listed twice holds its parent once: only its first listing counts.
-            if (key && key->typeID == 1 && parent[indexOf(key)] == curve && seen.insert(key).second)
+            if (key && key->typeID == zeAnimationObject::TypePoint2D && parent[indexOf(key)] == curve &&
+                seen.insert(key).second)
                 keys.push_back(key);
         }
         return keys;
@@ -290,12 +295,12 @@ private:
             const Element& e = elements[i];
             if (!e.isUsable() || !firstOfId[i])
                 continue;
-            if (e.typeID == 6 && e.begin.state == zeFileText::Usable && e.end.state == zeFileText::Usable &&
-                e.end.value < e.begin.value)
+            if (e.typeID == zeAnimationObject::TypeSequence && e.begin.state == zeFileText::Usable &&
+                e.end.state == zeFileText::Usable && e.end.value < e.begin.value)
                 add(Finding::Error, e,
                     "ends at frame " + zeToolNumber(e.end.value) + ", before it begins at frame " +
                         zeToolNumber(e.begin.value));
-            if (e.typeID != 2)
+            if (e.typeID != zeAnimationObject::TypeCurve2D)
                 continue;
             if (e.field.state == zeFileText::Absent) {
                 add(Finding::Warning, e, "has no field, so playback writes its values nowhere");
@@ -304,7 +309,7 @@ private:
                 if (!field)
                     add(Finding::Error, e,
                         "field " + std::to_string(e.field.whole) + " names nothing in the file");
-                else if (field->typeID != -1)
+                else if (field->typeID != zeFileText::FieldType)
                     add(Finding::Error, e,
                         "field " + std::to_string(e.field.whole) + " is the " + describe(*field));
             }
@@ -372,17 +377,18 @@ private:
     {
         for (std::size_t i = 0; i < elements.size(); ++i) {
             const Element& block = elements[i];
-            if (!block.isUsable() || block.typeID != 3 || !firstOfId[i])
+            if (!block.isUsable() || block.typeID != zeAnimationObject::TypeUnit || !firstOfId[i])
                 continue;
             std::map<std::string, const Element*> driven;
             for (const Reference& r : block.references) {
                 const Element* curve = r.state == zeFileText::Usable ? find(r.id) : nullptr;
-                if (!curve || curve->typeID != 2 || parent[indexOf(curve)] != i ||
-                    curve->field.state != zeFileText::Usable)
+                if (!curve || curve->typeID != zeAnimationObject::TypeCurve2D ||
+                    parent[indexOf(curve)] != i || curve->field.state != zeFileText::Usable)
                     continue;
                 const Element* field = find(curve->field.whole);
                 std::string component = "field " + std::to_string(curve->field.whole);
-                if (field && field->typeID == -1 && field->containerId.state == zeFileText::Usable)
+                if (field && field->typeID == zeFileText::FieldType &&
+                    field->containerId.state == zeFileText::Usable)
                     component = nameOf(*field) + " of container " + std::to_string(field->containerId.whole);
                 const auto inserted = driven.emplace(component, curve);
                 if (!inserted.second && inserted.first->second != curve)
@@ -398,7 +404,8 @@ private:
     {
         std::vector<bool> usedField(elements.size(), false);
         for (const Element& e : elements) {
-            if (e.isUsable() && e.typeID == 2 && e.field.state == zeFileText::Usable) {
+            if (e.isUsable() && e.typeID == zeAnimationObject::TypeCurve2D &&
+                e.field.state == zeFileText::Usable) {
                 if (const Element* field = find(e.field.whole))
                     usedField[indexOf(field)] = true;
             }
@@ -407,9 +414,9 @@ private:
             const Element& e = elements[i];
             if (!e.isUsable() || !firstOfId[i])
                 continue;
-            if (e.typeID == -1 && !usedField[i])
+            if (e.typeID == zeFileText::FieldType && !usedField[i])
                 add(Finding::Note, e, "no curve uses this field");
-            if (e.typeID == 1 && parent[i] == none)
+            if (e.typeID == zeAnimationObject::TypePoint2D && parent[i] == none)
                 add(Finding::Warning, e, "belongs to no curve");
         }
     }
@@ -421,7 +428,9 @@ private:
         for (std::size_t i = 0; i < elements.size(); ++i) {
             const Element& e = elements[i];
             zeAnimationCurve2D* curve =
-                e.isUsable() && e.typeID == 2 && firstOfId[i] ? manager->getCurve2D(e.id) : nullptr;
+                e.isUsable() && e.typeID == zeAnimationObject::TypeCurve2D && firstOfId[i]
+                    ? manager->getCurve2D(e.id)
+                    : nullptr;
             if (!curve)
                 continue;
             const zeAnimationCurve2D::PointMap keys = curve->getPoints();

@@ -56,20 +56,20 @@ public:
         std::vector<zeAnimationObject*> clips;
         std::vector<zeAnimationObject*> unplaced;
         for (zeAnimationObject* root : zeToolRoots())
-            (root->getTypeID() == 5 ? clips : unplaced).push_back(root);
+            (root->getTypeID() == zeAnimationObject::TypeStrip ? clips : unplaced).push_back(root);
         unsigned counts[7] = {0, 0, 0, 0, 0, 0, 0};
         const zeAnimationManager::ObjectMap objects = manager->getObjects();
         for (const auto& entry : objects) {
             const osg::UInt32 type = entry.second->getTypeID();
             counts[type < 7 ? type : 0] += 1;
-            if (type == 1 && !entry.second->getParent())
+            if (type == zeAnimationObject::TypePoint2D && !entry.second->getParent())
                 unplaced.push_back(entry.second);
         }
         // Fields by the curves that name them, in one pass over the curves.
         std::unordered_set<const zeAnimationField*> used;
         for (const auto& entry : objects) {
-            if (entry.second->getTypeID() == 2)
-                used.insert(static_cast<const zeAnimationCurve2D*>(entry.second)->getAnimationField());
+            if (const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(entry.second))
+                used.insert(curve->getAnimationField());
         }
         std::vector<zeAnimationField*> unused;
         for (const auto& entry : manager->getFields()) {
@@ -149,8 +149,7 @@ private:
     {
         const osg::UInt32 type = object->getTypeID();
         const std::string kind = zeToolKindName(type);
-        if (type == 1) {
-            const zeControlPoint2D* key = static_cast<const zeControlPoint2D*>(object);
+        if (const zeControlPoint2D* key = zeAnimationCast<zeControlPoint2D>(object)) {
             if (json)
                 output.write("{\"kind\": \"key\", \"id\": " + jsonId(key->getId()) + ", \"x\": " +
                              zeToolNumber(key->getX()) + ", \"y\": " + zeToolNumber(key->getY()) + "}");
@@ -164,24 +163,22 @@ private:
         if (json) {
             std::string text = "{\"kind\": \"" + kind + "\", \"id\": " + jsonId(object->getId()) +
                                ", \"name\": " + jsonString(object->getName());
-            if (type == 4)
-                text +=
-                    ", \"number\": " + std::to_string(static_cast<zeAnimationStreak*>(object)->getNumber());
+            if (const zeAnimationStreak* track = zeAnimationCast<zeAnimationStreak>(object))
+                text += ", \"number\": " + std::to_string(track->getNumber());
             text += ", \"begin\": " + (empty ? std::string("null") : zeToolNumber(object->getBegin())) +
                     ", \"end\": " + (empty ? std::string("null") : zeToolNumber(object->getEnd())) +
                     ", \"active\": " + jsonBool(object->isActive()) +
                     ", \"repeating\": " + jsonBool(object->isRepeating()) +
                     ", \"flipped\": " + jsonBool(object->isFlipped()) +
                     ", \"motionBlur\": " + jsonBool(object->getMotionBlur());
-            if (type == 2) {
-                const zeAnimationCurve2D* curve = static_cast<const zeAnimationCurve2D*>(object);
+            if (const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(object)) {
                 const zeAnimationField* field = curve->getAnimationField();
                 text += ", \"keys\": " + std::to_string(curve->getPointCount()) +
                         ", \"field\": " + (field ? fieldJson(field) : std::string("null")) + "}";
                 output.write(text);
                 return;
             }
-            if (type == 6) {
+            if (type == zeAnimationObject::TypeSequence) {
                 output.write(text + "}");
                 return;
             }
@@ -191,11 +188,10 @@ private:
             return;
         }
         std::string line = std::string(2 * depth, ' ') + kind + " " + std::to_string(object->getId());
-        if (type == 4)
-            line += " #" + std::to_string(static_cast<zeAnimationStreak*>(object)->getNumber());
+        if (const zeAnimationStreak* track = zeAnimationCast<zeAnimationStreak>(object))
+            line += " #" + std::to_string(track->getNumber());
         line += " \"" + object->getName() + "\": ";
-        if (type == 2) {
-            const zeAnimationCurve2D* curve = static_cast<const zeAnimationCurve2D*>(object);
+        if (const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(object)) {
             const zeAnimationField* field = curve->getAnimationField();
             line += field ? "field " + std::to_string(field->getId()) + " " + fieldText(field) : "no field";
             line += ", " + plural(curve->getPointCount(), "key") + ", ";
@@ -210,7 +206,7 @@ private:
         if (object->getMotionBlur())
             line += ", motion blur";
         output.write(line + "\n");
-        if (type == 2)
+        if (type == zeAnimationObject::TypeCurve2D)
             return; // a curve's keys are counted, not listed
         for (zeAnimationObject* child : children)
             node(child, depth + 1);

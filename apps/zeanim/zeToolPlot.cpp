@@ -342,9 +342,9 @@ private:
         const auto take = [&](const zeAnimationObject* o) {
             if (!o || zeToolIsEmptyRange(o->getBegin(), o->getEnd()) || !seen.insert(o).second)
                 return;
-            if (o->getTypeID() == 5)
+            if (o->getTypeID() == zeAnimationObject::TypeStrip)
                 clips.push_back(o);
-            else if (o->getTypeID() == 3)
+            else if (o->getTypeID() == zeAnimationObject::TypeUnit)
                 blocks.push_back(o);
         };
         for (const zeAnimationObject* o : objects)
@@ -384,7 +384,7 @@ private:
     {
         std::string out = "<g>\n";
         for (const Band& band : bands) {
-            const bool clip = band.object->getTypeID() == 5;
+            const bool clip = band.object->getTypeID() == zeAnimationObject::TypeStrip;
             const double x0 = std::max(left, px(band.object->getBegin()));
             const double x1 = std::min(width - right, px(band.object->getEnd()));
             if (x1 < x0)
