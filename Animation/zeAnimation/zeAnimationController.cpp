@@ -1,5 +1,6 @@
 #include <zeAnimation/zeAnimationController.h>
 
+#include "zeAnimationHelpers.h"
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationManager.h>
@@ -52,11 +53,6 @@ zeAnimationController::IsSimulationEnableCB zeAnimationController::_isSimEnableC
 
 namespace {
 
-zeAnimationManager* manager()
-{
-    return zeAnimationManager::the();
-}
-
 // The range an object plays over: its play range when it uses one, else its interval.
 void objectRange(const zeAnimationObject* object, float& b, float& e)
 {
@@ -72,12 +68,6 @@ void objectRange(const zeAnimationObject* object, float& b, float& e)
 float repeatWrap(float frame, float b, float e)
 {
     return frame - floorf((frame - b) / (e - b)) * (e - b);
-}
-
-// Round half away from zero and truncate, as the whole-frame snapping of global playback does.
-float roundHalfAway(float frame)
-{
-    return static_cast<float>(std::trunc(frame < 0.0f ? frame - 0.5f : frame + 0.5f));
 }
 
 // A whole frame as the int the host is told; frames beyond the int range saturate.
@@ -109,43 +99,37 @@ zeAnimationController* zeAnimationController::the()
 
 void zeAnimationController::setTimeLineCurrentFrame(float frame)
 {
-    if (_currentFrameTimeLineCB)
-        _currentFrameTimeLineCB(frame);
+    callIfSet(_currentFrameTimeLineCB, frame);
 }
 
 void zeAnimationController::setCurveEditorCurrentFrame(float frame)
 {
-    if (_currentFrameCurveEditorCB)
-        _currentFrameCurveEditorCB(frame);
+    callIfSet(_currentFrameCurveEditorCB, frame);
 }
 
 void zeAnimationController::setClipMakerCurrentFrame(float frame)
 {
-    if (_currentFrameClipMakerCB)
-        _currentFrameClipMakerCB(frame);
+    callIfSet(_currentFrameClipMakerCB, frame);
 }
 
 void zeAnimationController::executeSequence(const std::string& name)
 {
-    if (_seqCB)
-        _seqCB(name);
+    callIfSet(_seqCB, name);
 }
 
 void zeAnimationController::updateNavigator(bool update)
 {
-    if (_updateNavCB)
-        _updateNavCB(update);
+    callIfSet(_updateNavCB, update);
 }
 
 void zeAnimationController::enableSimulation(bool enable)
 {
-    if (_enableSimCB)
-        _enableSimCB(enable);
+    callIfSet(_enableSimCB, enable);
 }
 
 bool zeAnimationController::isSimulationEnable()
 {
-    return _isSimEnableCB ? _isSimEnableCB() : false;
+    return askIfSet(_isSimEnableCB, false);
 }
 
 void zeAnimationController::addFrameListenerCB(FrameListenerCB cb)
@@ -193,7 +177,7 @@ void zeAnimationController::setCurrentFrame(float frame, AnimationWidget sender)
 
 osg::PerspectiveCamera2Ptr zeAnimationController::getMainCamera()
 {
-    return _cameraCB ? _cameraCB() : osg::PerspectiveCamera2Ptr(osg::NullFC);
+    return askIfSet(_cameraCB, osg::PerspectiveCamera2Ptr(osg::NullFC));
 }
 
 // ---- Evaluation -------------------------------------------------------------------------------
@@ -373,15 +357,12 @@ void zeAnimationController::evaluate(float frame, bool evaluateCurrentObject, bo
 void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*>& curves, float frame,
                                            bool motionBlurOnly)
 {
-    float b = zeAnimationObject::EmptyLow;
-    float e = zeAnimationObject::EmptyHigh;
+    IntervalUnion span;
     for (zeAnimationCurve2D* curve : curves) {
-        if (!curve || !curve->isActive())
-            continue;
-        b = std::min(b, curve->getBegin());
-        e = std::max(e, curve->getEnd());
+        if (curve && curve->isActive())
+            span.add(curve->getBegin(), curve->getEnd());
     }
-    evaluateCurves(curves, b, e, frame, motionBlurOnly);
+    evaluateCurves(curves, span.begin, span.end, frame, motionBlurOnly);
 }
 
 void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*>& curves, float begin,
@@ -669,15 +650,14 @@ void zeAnimationController::playGlobal(const std::vector<osg::UInt64>& ids, bool
         _end = end;
         _start = start;
     } else {
-        _begin = zeAnimationObject::EmptyLow;
-        _end = zeAnimationObject::EmptyHigh;
+        IntervalUnion span;
         zeAnimationManager* m = manager();
         for (osg::UInt64 id : _playingObjects) {
-            if (const zeAnimationObject* object = m->getObject(id)) {
-                _begin = std::min(_begin, object->getBegin());
-                _end = std::max(_end, object->getEnd());
-            }
+            if (const zeAnimationObject* object = m->getObject(id))
+                span.add(object->getBegin(), object->getEnd());
         }
+        _begin = span.begin;
+        _end = span.end;
         _start = _currentFrame;
     }
     reset();
@@ -795,9 +775,9 @@ void zeAnimationController::evaluateSequences(const std::vector<zeAnimationSeque
     ids.reserve(sequences.size());
     for (zeAnimationSequence* sequence : sequences)
         ids.push_back(sequence ? sequence->getId() : 0);
-    const bool simulationWasOn = _isSimEnableCB && _isSimEnableCB();
-    if (simulationWasOn && _enableSimCB)
-        _enableSimCB(false);
+    const bool simulationWasOn = isSimulationEnable();
+    if (simulationWasOn)
+        enableSimulation(false);
     zeAnimationManager* m = manager();
     for (std::size_t i = 0; i < ids.size(); ++i) {
         zeAnimationSequence* sequence = m->getSequence(ids[i]);
@@ -811,8 +791,8 @@ void zeAnimationController::evaluateSequences(const std::vector<zeAnimationSeque
                 sequence->setDirty(false);
         }
     }
-    if (simulationWasOn && _enableSimCB)
-        _enableSimCB(true);
+    if (simulationWasOn)
+        enableSimulation(true);
 }
 
 // ---- Motion blur ------------------------------------------------------------------------------
@@ -861,8 +841,7 @@ void zeAnimationController::executeMotionBlurOnActiveUnits(float t)
     if (!motionBlurFrame(t, "executeMotionBlurOnActiveUnits", frame))
         return;
     std::vector<zeAnimationCurve2D*> curves;
-    float b = zeAnimationObject::EmptyLow;
-    float e = zeAnimationObject::EmptyHigh;
+    IntervalUnion span;
     for (zeAnimationUnit* unit : manager()->getActiveSceneUnits()) {
         float ub = 0.0f;
         float ue = 0.0f;
@@ -873,12 +852,11 @@ void zeAnimationController::executeMotionBlurOnActiveUnits(float t)
             if (curve->isActive() && curve->getMotionBlur() && curve->getBegin() <= frame &&
                 frame <= curve->getEnd()) {
                 curves.push_back(curve);
-                b = std::min(b, curve->getBegin());
-                e = std::max(e, curve->getEnd());
+                span.add(curve->getBegin(), curve->getEnd());
             }
         }
     }
-    evaluateCurves(curves, b, e, frame, true);
+    evaluateCurves(curves, span.begin, span.end, frame, true);
 }
 
 void zeAnimationController::resetMotionBlur()

@@ -1,5 +1,6 @@
 #include <zeAnimation/zeAnimationCurve2D.h>
 
+#include "zeAnimationHelpers.h"
 #include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationUtils.h>
@@ -16,13 +17,6 @@ osg::UInt32 zeAnimationCurve2D::_typeID = TypeCurve2D;
 zeAnimationCurve2D zeAnimationCurve2D::_the;
 
 namespace {
-
-const float kEditTolerance = 1e-6f;
-
-zeAnimationManager* manager()
-{
-    return zeAnimationManager::the();
-}
 
 // Applies an x mapping to a key and both of its handles; y values stay.
 template <class F>
@@ -84,13 +78,7 @@ osg::UInt32 zeAnimationCurve2D::getTypeID() const
 
 std::vector<zeControlPoint2D*> zeAnimationCurve2D::keys() const
 {
-    std::vector<zeControlPoint2D*> result;
-    result.reserve(childIds.size());
-    for (osg::UInt64 pointId : childIds) {
-        if (zeControlPoint2D* point = typedChild<zeControlPoint2D>(pointId))
-            result.push_back(point);
-    }
-    return result;
+    return typedChildren<zeControlPoint2D>();
 }
 
 void zeAnimationCurve2D::setSelected(bool value)

@@ -1,6 +1,7 @@
 #include <zeAnimation/zeAnimationManager.h>
 
 #include "zeAnimationFile.h"
+#include "zeAnimationHelpers.h"
 #include "zeAnimationIdIndex.h"
 #include <zeAnimation/zeAnimationController.h>
 #include <zeAnimation/zeAnimationCurve2D.h>
@@ -1328,8 +1329,7 @@ void zeAnimationManager::executeTriggers(std::vector<osg::UInt64> keys)
 void zeAnimationManager::setFromAtUp(const osg::Point<float, 3>& from, const osg::Point<float, 3>& at,
                                      const osg::Vector<float, 3>& up)
 {
-    if (_sCamFAU)
-        _sCamFAU(-1, from, at, up);
+    callIfSet(_sCamFAU, -1, from, at, up);
 }
 
 void zeAnimationManager::getFromAtUp(osg::Point<float, 3>& from, osg::Point<float, 3>& at,
@@ -1346,31 +1346,27 @@ void zeAnimationManager::getFromAtUp(osg::Point<float, 3>& from, osg::Point<floa
 
 void zeAnimationManager::setRoll(float roll)
 {
-    if (_sCamRoll)
-        _sCamRoll(-1, roll);
+    callIfSet(_sCamRoll, -1, roll);
 }
 
 void zeAnimationManager::getRoll(float& roll)
 {
-    roll = _gCamRoll ? _gCamRoll(-1) : 0.0f;
+    roll = askIfSet(_gCamRoll, 0.0f, -1);
 }
 
 void zeAnimationManager::showCurves(const std::vector<zeAnimationCurve2D*>& curves)
 {
-    if (_showCurvesFP)
-        _showCurvesFP(curves);
+    callIfSet(_showCurvesFP, curves);
 }
 
 void zeAnimationManager::setFileIOProgress(unsigned int progress)
 {
-    if (_progressFP)
-        _progressFP(progress);
+    callIfSet(_progressFP, progress);
 }
 
 void zeAnimationManager::updatePaste(bool available)
 {
-    if (_updatePasteFP)
-        _updatePasteFP(available);
+    callIfSet(_updatePasteFP, available);
 }
 
 // ---- Diagnostics ------------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #include <zeAnimation/zeAnimationObject.h>
 
+#include "zeAnimationHelpers.h"
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeAnimationSequence.h>
@@ -16,11 +17,6 @@ osg::UInt64 zeAnimationObject::_summaryEpoch = 0;
 zeAnimationObject zeAnimationObject::_the;
 
 namespace {
-
-zeAnimationManager* manager()
-{
-    return zeAnimationManager::the();
-}
 
 // Parent chains are no longer than MaxDepth (the links that would make them longer are refused);
 // a walk up one that goes on for longer than this is on a damaged chain and stops.
@@ -533,6 +529,26 @@ bool better(int k, float candidate, float current)
     return lowerFold(k) ? candidate < current : candidate > current;
 }
 
+// Empties the union of the four bounds: no entry holds any of them.
+void restartFold(float fold[4], std::size_t foldAt[4])
+{
+    for (int k = 0; k < 4; ++k) {
+        fold[k] = foldStart(k);
+        foldAt[k] = kNoEntry;
+    }
+}
+
+// Takes the bounds of the entry at `index` into the union: each bound it betters becomes its.
+void foldIn(const float bounds[4], std::size_t index, float fold[4], std::size_t foldAt[4])
+{
+    for (int k = 0; k < 4; ++k) {
+        if (better(k, bounds[k], fold[k])) {
+            fold[k] = bounds[k];
+            foldAt[k] = index;
+        }
+    }
+}
+
 } // namespace
 
 void zeAnimationObject::noteChange()
@@ -603,10 +619,7 @@ void zeAnimationObject::rebuildChildState() const
     state.widestGap = 0.0f;
     state.layoutStale = false;
     state.roomLeaves = 0;
-    for (int k = 0; k < 4; ++k) {
-        state.fold[k] = foldStart(k);
-        state.foldAt[k] = kNoEntry;
-    }
+    restartFold(state.fold, state.foldAt);
     state.entries.reserve(childIds.size());
     for (osg::UInt64 childId : childIds)
         appendToChildState(resolveChild(childId));
@@ -636,14 +649,8 @@ void zeAnimationObject::appendToChildState(zeAnimationObject* child) const
     const bool hasPrevious = index > 0;
     const ChildEntry* previous = hasPrevious ? &state.entries[index - 1] : nullptr;
     state.sorted = state.sorted && child && !std::isnan(b) && (!hasPrevious || previous->bounds[0] <= b);
-    if (entry.counts) {
-        for (int k = 0; k < 4; ++k) {
-            if (better(k, entry.bounds[k], state.fold[k])) {
-                state.fold[k] = entry.bounds[k];
-                state.foldAt[k] = index;
-            }
-        }
-    }
+    if (entry.counts)
+        foldIn(entry.bounds, index, state.fold, state.foldAt);
     if (state.layoutStale)
         return;
     const bool proper = child && std::isfinite(b) && std::isfinite(e) && b < e;
@@ -656,20 +663,10 @@ void zeAnimationObject::appendToChildState(zeAnimationObject* child) const
 void zeAnimationObject::rescanFold() const
 {
     ChildState& state = childState();
-    for (int k = 0; k < 4; ++k) {
-        state.fold[k] = foldStart(k);
-        state.foldAt[k] = kNoEntry;
-    }
+    restartFold(state.fold, state.foldAt);
     for (std::size_t i = 0; i < state.entries.size(); ++i) {
-        const ChildEntry& entry = state.entries[i];
-        if (!entry.counts)
-            continue;
-        for (int k = 0; k < 4; ++k) {
-            if (better(k, entry.bounds[k], state.fold[k])) {
-                state.fold[k] = entry.bounds[k];
-                state.foldAt[k] = i;
-            }
-        }
+        if (state.entries[i].counts)
+            foldIn(state.entries[i].bounds, i, state.fold, state.foldAt);
     }
 }
 
@@ -968,12 +965,6 @@ bool zeAnimationObject::triggerSpan(float frame)
 }
 
 // ---- Operations shared by the containers ------------------------------------------------------
-
-namespace {
-
-const float kEditTolerance = 1e-6f;
-
-} // namespace
 
 std::vector<zeAnimationObject*> zeAnimationObject::childrenOfType(TypeID onlyType) const
 {

@@ -244,6 +244,9 @@ protected:
     // resolveChild, provided the child is a T.
     template <class T>
     T* typedChild(osg::UInt64 childId) const;
+    // The children that are Ts, in list order.
+    template <class T>
+    std::vector<T*> typedChildren() const;
     void containerSetActive(bool value);
     void containerSetRepeating(bool value);
     void containerSetMotionBlur(bool value);
@@ -505,6 +508,18 @@ template <class T>
 T* zeAnimationObject::typedChild(osg::UInt64 childId) const
 {
     return zeAnimationCast<T>(resolveChild(childId));
+}
+
+template <class T>
+std::vector<T*> zeAnimationObject::typedChildren() const
+{
+    std::vector<T*> children;
+    children.reserve(childIds.size());
+    for (osg::UInt64 childId : childIds) {
+        if (T* child = typedChild<T>(childId))
+            children.push_back(child);
+    }
+    return children;
 }
 
 #endif // ZEANIMATIONOBJECT_H

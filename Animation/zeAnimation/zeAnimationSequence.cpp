@@ -1,17 +1,12 @@
 #include <zeAnimation/zeAnimationSequence.h>
 
+#include "zeAnimationHelpers.h"
 #include <zeAnimation/zeAnimationManager.h>
 
 #include <cstdio>
 
 osg::UInt32 zeAnimationSequence::_typeID = TypeSequence;
 zeAnimationSequence zeAnimationSequence::_the;
-
-namespace {
-
-const float kEditTolerance = 1e-6f;
-
-} // namespace
 
 zeAnimationSequence::zeAnimationSequence() : zeAnimationObject(), dirty(true) {}
 

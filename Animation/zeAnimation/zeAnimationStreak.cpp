@@ -65,30 +65,15 @@ zeAnimationObject* zeAnimationStreak::subObject(zeAnimationObject* object, bool 
 
 std::vector<zeAnimationUnit*> zeAnimationStreak::getUnits() const
 {
-    std::vector<zeAnimationUnit*> units;
-    for (osg::UInt64 childId : childIds) {
-        if (zeAnimationUnit* unit = typedChild<zeAnimationUnit>(childId))
-            units.push_back(unit);
-    }
-    return units;
+    return typedChildren<zeAnimationUnit>();
 }
 
 std::vector<zeAnimationStrip*> zeAnimationStreak::getStrips() const
 {
-    std::vector<zeAnimationStrip*> strips;
-    for (osg::UInt64 childId : childIds) {
-        if (zeAnimationStrip* strip = typedChild<zeAnimationStrip>(childId))
-            strips.push_back(strip);
-    }
-    return strips;
+    return typedChildren<zeAnimationStrip>();
 }
 
 std::vector<zeAnimationSequence*> zeAnimationStreak::getSequences() const
 {
-    std::vector<zeAnimationSequence*> sequences;
-    for (osg::UInt64 childId : childIds) {
-        if (zeAnimationSequence* sequence = typedChild<zeAnimationSequence>(childId))
-            sequences.push_back(sequence);
-    }
-    return sequences;
+    return typedChildren<zeAnimationSequence>();
 }

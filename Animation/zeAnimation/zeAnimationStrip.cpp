@@ -33,13 +33,7 @@ osg::UInt32 zeAnimationStrip::getTypeID() const
 
 std::vector<zeAnimationStreak*> zeAnimationStrip::tracks() const
 {
-    std::vector<zeAnimationStreak*> result;
-    result.reserve(childIds.size());
-    for (osg::UInt64 childId : childIds) {
-        if (zeAnimationStreak* track = typedChild<zeAnimationStreak>(childId))
-            result.push_back(track);
-    }
-    return result;
+    return typedChildren<zeAnimationStreak>();
 }
 
 zeAnimationObject* zeAnimationStrip::addObject(zeAnimationObject* object)
@@ -148,34 +142,36 @@ zeAnimationStrip::StreakMap zeAnimationStrip::getStreaks() const
     return streaks;
 }
 
+namespace {
+
+// What one of the track's lists gives, over the tracks in order.
+template <class T>
+std::vector<T*> onTracks(const std::vector<zeAnimationStreak*>& tracks,
+                         std::vector<T*> (zeAnimationStreak::*list)() const)
+{
+    std::vector<T*> all;
+    for (const zeAnimationStreak* track : tracks) {
+        const std::vector<T*> more = (track->*list)();
+        all.insert(all.end(), more.begin(), more.end());
+    }
+    return all;
+}
+
+} // namespace
+
 std::vector<zeAnimationUnit*> zeAnimationStrip::getUnits() const
 {
-    std::vector<zeAnimationUnit*> units;
-    for (zeAnimationStreak* track : tracks()) {
-        const std::vector<zeAnimationUnit*> more = track->getUnits();
-        units.insert(units.end(), more.begin(), more.end());
-    }
-    return units;
+    return onTracks(tracks(), &zeAnimationStreak::getUnits);
 }
 
 std::vector<zeAnimationStrip*> zeAnimationStrip::getStrips() const
 {
-    std::vector<zeAnimationStrip*> strips;
-    for (zeAnimationStreak* track : tracks()) {
-        const std::vector<zeAnimationStrip*> more = track->getStrips();
-        strips.insert(strips.end(), more.begin(), more.end());
-    }
-    return strips;
+    return onTracks(tracks(), &zeAnimationStreak::getStrips);
 }
 
 std::vector<zeAnimationSequence*> zeAnimationStrip::getSequences() const
 {
-    std::vector<zeAnimationSequence*> sequences;
-    for (zeAnimationStreak* track : tracks()) {
-        const std::vector<zeAnimationSequence*> more = track->getSequences();
-        sequences.insert(sequences.end(), more.begin(), more.end());
-    }
-    return sequences;
+    return onTracks(tracks(), &zeAnimationStreak::getSequences);
 }
 
 void zeAnimationStrip::destroyEmptyStreaks()

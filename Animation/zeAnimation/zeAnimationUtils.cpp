@@ -1,5 +1,7 @@
 #include <zeAnimation/zeAnimationUtils.h>
 
+#include "zeAnimationHelpers.h"
+
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationManager.h>
@@ -31,36 +33,35 @@
 
 namespace {
 
-// Round half away from zero: add (or subtract) one half in double precision and truncate.
-double roundHalfAway(double value)
+// The whole number nearest to a value, halves away from zero, in double precision. Beyond 2^52
+// every double is whole already and is kept as it is (NaN stays NaN); a value that rounds to zero
+// gives +0, never -0.
+double wholeNumber(double value)
 {
-    // Beyond 2^52 every double is already whole (and NaN stays NaN); truncating there would
-    // overflow the integer conversion.
     if (!(std::fabs(value) < 4503599627370496.0))
         return value;
-    const double shifted = value < 0.0 ? value - 0.5 : value + 0.5;
-    return static_cast<double>(static_cast<long long>(shifted));
+    return roundHalfAway(value) + 0.0;
 }
 
-// Round half away from zero in single precision and truncate into a 32-bit integer; values
-// beyond the integer range saturate and NaN gives 0 instead of an undefined conversion.
+// Rounds half away from zero in single precision into a 32-bit integer; values beyond the integer
+// range saturate and NaN gives 0 instead of an undefined conversion.
 osg::Int32 roundToInt32(float value)
 {
     if (std::isnan(value))
         return 0;
-    const float shifted = value < 0.0f ? value - 0.5f : value + 0.5f;
-    if (shifted >= 2147483648.0f)
+    const float whole = roundHalfAway(value);
+    if (whole >= 2147483648.0f)
         return std::numeric_limits<osg::Int32>::max();
-    if (shifted <= -2147483648.0f)
+    if (whole <= -2147483648.0f)
         return std::numeric_limits<osg::Int32>::min();
-    return static_cast<osg::Int32>(shifted);
+    return static_cast<osg::Int32>(whole);
 }
 
 } // namespace
 
 float zeAnimationUtils::snap(float value)
 {
-    return static_cast<float>(roundHalfAway(value));
+    return static_cast<float>(wholeNumber(value));
 }
 
 osg::Pnt2f zeAnimationUtils::snap(const osg::Pnt2f& point, bool snapX, bool snapY)
@@ -582,7 +583,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     // negative number within the range's size is written to an unsigned field all the same, and
     // wraps there as the scene graph's strtoul reading of the text makes it (-3 in a UInt32 field
     // is 4294967293).
-    const double whole = roundHalfAway(sceneValue);
+    const double whole = wholeNumber(sceneValue);
     if ((isBool || integral) && std::isnan(sceneValue))
         return false;
     const bool wraps = integral && lowest == 0.0 && whole < 0.0 && -highest <= whole;
