@@ -8,6 +8,7 @@
 #include <zeOpenSGExt/OSGCameraSetting.h>
 #include <zeOpenSGExt/OSGPerspectiveCamera2.h>
 
+#include <functional>
 #include <limits>
 #include <random>
 #include <string>
@@ -20,86 +21,24 @@ struct HostVictims
 {
     std::vector<osg::UInt64> objects;
     bool allFields = false;
-    int calls = 0;
-};
-
-HostVictims& victims()
-{
-    static HostVictims v;
-    return v;
-}
+} g_victims;
 
 void destroyVictims()
 {
     zeAnimationManager* m = zeAnimationManager::the();
-    ++victims().calls;
-    for (osg::UInt64 id : victims().objects) {
+    for (osg::UInt64 id : g_victims.objects) {
         if (zeAnimationObject* object = m->getObject(id))
             m->destroyObject(object);
     }
-    victims().objects.clear();
-    if (victims().allFields)
+    g_victims.objects.clear();
+    if (g_victims.allFields)
         m->destroyAllFields();
-    victims().allFields = false;
+    g_victims.allFields = false;
 }
 
-void destroyingFunction()
-{
-    destroyVictims();
-}
-void destroyingSequence(const std::string&)
-{
-    destroyVictims();
-}
-bool destroyingSimulationQuery()
-{
-    destroyVictims();
-    return true;
-}
-double destroyingClock()
-{
-    destroyVictims();
-    return 1.0;
-}
-
-osg::Pnt3f g_from(1.0f, 2.0f, 3.0f);
-osg::Pnt3f g_at(0.0f, 0.0f, 0.0f);
-osg::Vec3f g_up(0.0f, 1.0f, 0.0f);
-void destroyingGetView(int, osg::Pnt3f& from, osg::Pnt3f& at, osg::Vec3f& up)
-{
-    destroyVictims();
-    from = g_from;
-    at = g_at;
-    up = g_up;
-}
-void destroyingSetView(int, const osg::Pnt3f& from, const osg::Pnt3f& at, const osg::Vec3f& up)
-{
-    destroyVictims();
-    g_from = from;
-    g_at = at;
-    g_up = up;
-}
-
-osg::PerspectiveCamera2Ptr& renderCamera()
-{
-    static osg::PerspectiveCamera2Ptr camera;
-    return camera;
-}
-osg::PerspectiveCamera2Ptr destroyingCamera()
-{
-    destroyVictims();
-    return renderCamera();
-}
-
-double& hostSeconds()
-{
-    static double seconds = 0.0;
-    return seconds;
-}
-double settableClock()
-{
-    return hostSeconds();
-}
+osg::Pnt3f g_from, g_at;
+osg::Vec3f g_up;
+osg::PerspectiveCamera2Ptr g_camera;
 
 class HardeningTest : public PlaybackTest
 {
@@ -109,17 +48,30 @@ protected:
     void SetUp() override
     {
         PlaybackTest::SetUp();
-        victims() = HostVictims();
+        g_victims = HostVictims();
         g_from = osg::Pnt3f(1.0f, 2.0f, 3.0f);
-        zeAnimationManager::setGetFromAtUpCB(&destroyingGetView);
-        zeAnimationManager::setFromAtUpCB(&destroyingSetView);
+        g_at = osg::Pnt3f(0.0f, 0.0f, 0.0f);
+        g_up = osg::Vec3f(0.0f, 1.0f, 0.0f);
+        zeAnimationManager::setGetFromAtUpCB(+[](int, osg::Pnt3f& from, osg::Pnt3f& at, osg::Vec3f& up) {
+            destroyVictims();
+            from = g_from;
+            at = g_at;
+            up = g_up;
+        });
+        zeAnimationManager::setFromAtUpCB(
+            +[](int, const osg::Pnt3f& from, const osg::Pnt3f& at, const osg::Vec3f& up) {
+                destroyVictims();
+                g_from = from;
+                g_at = at;
+                g_up = up;
+            });
     }
 
     void TearDown() override
     {
         zeAnimationManager::setGetFromAtUpCB(nullptr);
         zeAnimationManager::setFromAtUpCB(nullptr);
-        victims() = HostVictims();
+        g_victims = HostVictims();
         if (viewpoint != osg::NullFC)
             osg::subRefCP(viewpoint);
         PlaybackTest::TearDown();
@@ -157,9 +109,9 @@ TEST_F(HardeningTest, AStartTriggerMayDestroyItsOwnSourceOrAnotherChild)
     zeAnimationUnit* second = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
     track->addObject(first);
     track->addObject(second);
-    manager->createConnection(first, zeAnimationManager::TriggerStart, &destroyingFunction);
+    manager->createConnection(first, zeAnimationManager::TriggerStart, &destroyVictims);
     // The first child's start destroys the second child, which the track visits next.
-    victims().objects = {second->getId()};
+    g_victims.objects = {second->getId()};
     const osg::UInt64 secondId = second->getId();
     track->triggerLoop(5.0f);
     EXPECT_FALSE(alive(secondId));
@@ -168,9 +120,9 @@ TEST_F(HardeningTest, AStartTriggerMayDestroyItsOwnSourceOrAnotherChild)
 
     // A block whose start trigger destroys the block itself, played on its own.
     zeAnimationUnit* self = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
-    manager->createConnection(self, zeAnimationManager::TriggerStart, &destroyingFunction);
+    manager->createConnection(self, zeAnimationManager::TriggerStart, &destroyVictims);
     const osg::UInt64 selfId = self->getId();
-    victims().objects = {selfId};
+    g_victims.objects = {selfId};
     controller->enqueueObject(self, true);
     atFrame(2.0f);
     controller->loop();
@@ -181,60 +133,59 @@ TEST_F(HardeningTest, AStartTriggerMayDestroyItsOwnSourceOrAnotherChild)
     // A track whose own start destroys the track: its children are not visited any more.
     zeAnimationStreak* doomed = manager->createStreak(0);
     doomed->addObject(block(translation(), 0.0f, 0.0f, 10.0f, 1.0f));
-    manager->createConnection(doomed, zeAnimationManager::TriggerStart, &destroyingFunction);
+    manager->createConnection(doomed, zeAnimationManager::TriggerStart, &destroyVictims);
     const osg::UInt64 doomedId = doomed->getId();
-    victims().objects = {doomedId};
+    g_victims.objects = {doomedId};
     doomed->triggerLoop(1.0f);
     EXPECT_FALSE(alive(doomedId));
 }
 
 TEST_F(HardeningTest, ASequenceCallbackMayDestroyTheObjectBeingShown)
 {
-    zeAnimationController::setExecuteSequenceCB(&destroyingSequence);
+    zeAnimationController::setExecuteSequenceCB(+[](const std::string&) { destroyVictims(); });
     // A clip starting at frame 5 with a sequence: showing its beginning runs the sequence, whose
     // host callback destroys the clip.
     const auto clipWithSequence = [this]() {
         zeAnimationStrip* clip = manager->createStrip("clip", 0);
         clip->addObject(sequence(5.0f, 9.0f));
         clip->addObject(block(translation(), 5.0f, 0.0f, 9.0f, 1.0f));
-        victims().objects = {clip->getId()};
+        g_victims.objects = {clip->getId()};
         return clip;
     };
-    zeAnimationStrip* clip = clipWithSequence();
-    osg::UInt64 id = clip->getId();
-    controller->enqueueObject(clip, true);
-    controller->reset(clip);
-    EXPECT_FALSE(alive(id));
-    EXPECT_TRUE(controller->getPlayQueue().empty());
-
-    clip = clipWithSequence();
-    id = clip->getId();
-    controller->gotoEnd(clip);
-    EXPECT_FALSE(alive(id));
-
-    clip = clipWithSequence();
-    id = clip->getId();
-    controller->enqueueObject(clip, true);
-    controller->playGlobal(id, false, false, 0.0f, 0.0f, 0.0f);
-    EXPECT_FALSE(alive(id));
-    controller->playLoop();
-
-    clip = clipWithSequence();
-    id = clip->getId();
-    controller->gotoGlobalBegin(clip);
-    EXPECT_FALSE(alive(id));
+    const std::function<void(zeAnimationStrip*)> shows[] = {
+        [&](zeAnimationStrip* clip) {
+            controller->enqueueObject(clip, true);
+            controller->reset(clip);
+        },
+        [&](zeAnimationStrip* clip) { controller->gotoEnd(clip); },
+        [&](zeAnimationStrip* clip) {
+            controller->enqueueObject(clip, true);
+            controller->playGlobal(clip->getId(), false, false, 0.0f, 0.0f, 0.0f);
+        },
+        [&](zeAnimationStrip* clip) { controller->gotoGlobalBegin(clip); }};
+    for (const auto& show : shows) {
+        zeAnimationStrip* clip = clipWithSequence();
+        const osg::UInt64 id = clip->getId();
+        show(clip);
+        EXPECT_FALSE(alive(id));
+        EXPECT_TRUE(controller->getPlayQueue().empty());
+        controller->playLoop();
+    }
 }
 
 TEST_F(HardeningTest, TheSimulationQueryMayDestroyTheSequencesAboutToRun)
 {
-    zeAnimationController::setIsSimulationEnableCB(&destroyingSimulationQuery);
+    zeAnimationController::setIsSimulationEnableCB(+[] {
+        destroyVictims();
+        return true;
+    });
     std::vector<std::string> ran;
     static std::vector<std::string>* log = nullptr;
     log = &ran;
     zeAnimationController::setExecuteSequenceCB([](const std::string& name) { log->push_back(name); });
     zeAnimationSequence* doomed = sequence(0.0f, 10.0f, "doomed");
     zeAnimationSequence* kept = sequence(0.0f, 10.0f, "kept");
-    victims().objects = {doomed->getId()};
+    g_victims.objects = {doomed->getId()};
     zeAnimationController::evaluateSequences({doomed, kept}, 3.0f);
     EXPECT_EQ(ran, std::vector<std::string>({"kept"}));
     EXPECT_FALSE(kept->isDirty());
@@ -256,7 +207,7 @@ TEST_F(HardeningTest, TheViewpointCallbacksMayDestroyThePlayingBlockOrEveryField
 
     // Writing the first view component destroys the playing block.
     const osg::UInt64 unitId = unit->getId();
-    victims().objects = {unitId};
+    g_victims.objects = {unitId};
     controller->enqueueObject(unit, true);
     atFrame(4.0f);
     controller->loop();
@@ -267,7 +218,7 @@ TEST_F(HardeningTest, TheViewpointCallbacksMayDestroyThePlayingBlockOrEveryField
     zeAnimationUnit* again = manager->createUnit("again", 0);
     again->addObject(curve(viewField("from", 0), 0.0f, 0.0f, 10.0f, 10.0f));
     again->addObject(curve(viewField("from", 1), 0.0f, 0.0f, 10.0f, 20.0f));
-    victims().allFields = true;
+    g_victims.allFields = true;
     EXPECT_FALSE(controller->evaluateObject(again, 5.0f, false));
     EXPECT_EQ(manager->getFieldCount(), 0u);
     EXPECT_EQ(again->getCurves().front()->getAnimationField(), nullptr);
@@ -275,48 +226,54 @@ TEST_F(HardeningTest, TheViewpointCallbacksMayDestroyThePlayingBlockOrEveryField
     // Reading the view while the node's fields are made drops the fields as they are made.
     osg::subRefCP(viewpoint);
     viewpointNode();
-    victims().allFields = true;
+    g_victims.allFields = true;
     const std::vector<zeAnimationField*> made = manager->createAnimationFields(viewpoint);
     for (zeAnimationField* field : made)
         EXPECT_EQ(manager->getField(field->getId()), field);
-    victims().allFields = true;
+    g_victims.allFields = true;
     zeAnimationField* from = manager->getField(viewpoint, "from");
     EXPECT_TRUE(from == nullptr || manager->getField(from->getId()) == from);
 }
 
 TEST_F(HardeningTest, PauseAndMotionBlurCallbacksMayDestroyTheirObject)
 {
-    zeAnimationController::setSimulationTimeCB(&destroyingClock);
+    zeAnimationController::setSimulationTimeCB(+[] {
+        destroyVictims();
+        return 1.0;
+    });
     zeAnimationUnit* paused = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
     const osg::UInt64 pausedId = paused->getId();
-    victims().objects = {pausedId};
+    g_victims.objects = {pausedId};
     controller->pause(paused, true);
     EXPECT_FALSE(alive(pausedId));
 
-    renderCamera() = osg::PerspectiveCamera2::create();
-    renderCamera()->setShutterSpeed(50.0f);
-    zeAnimationController::setMainCameraCB(&destroyingCamera);
+    g_camera = osg::PerspectiveCamera2::create();
+    g_camera->setShutterSpeed(50.0f);
+    zeAnimationController::setMainCameraCB(+[] {
+        destroyVictims();
+        return g_camera;
+    });
     zeAnimationUnit* blurred = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
     blurred->setMotionBlur(true);
     const osg::UInt64 blurredId = blurred->getId();
-    victims().objects = {blurredId};
+    g_victims.objects = {blurredId};
     controller->executeMotionBlur(0.5f, blurred);
     EXPECT_FALSE(alive(blurredId));
 
     // Active scene blocks are evaluated one by one; the first one's view write destroys both.
-    zeAnimationController::setSimulationTimeCB(&settableClock);
+    zeAnimationController::setSimulationTimeCB(&PlaybackTest::hostTime);
     controller->setEvaluateActiveUnits(true);
     viewpointNode();
     zeAnimationUnit* firstUnit = manager->createUnit("first", 0);
     firstUnit->addObject(curve(viewField("from", 0), 0.0f, 10.0f, 10.0f, 20.0f));
     zeAnimationUnit* secondUnit = manager->createUnit("second", 0);
     secondUnit->addObject(curve(viewField("from", 1), 0.0f, 10.0f, 10.0f, 20.0f));
-    victims().objects = {firstUnit->getId(), secondUnit->getId()};
+    g_victims.objects = {firstUnit->getId(), secondUnit->getId()};
     controller->evaluate(2.0f, false);
-    EXPECT_TRUE(victims().objects.empty());
+    EXPECT_TRUE(g_victims.objects.empty());
     EXPECT_EQ(manager->getObjectCount(), 0u);
-    osg::subRefCP(renderCamera());
-    renderCamera() = osg::NullFC;
+    osg::subRefCP(g_camera);
+    g_camera = osg::NullFC;
 }
 
 TEST_F(HardeningTest, DestroyingANodesObjectsSurvivesACurveListedAfterItsBlock)
@@ -593,12 +550,11 @@ TEST_F(HardeningTest, IntegerFieldsSkipNaNAndOutOfRangeValues)
 
 TEST_F(HardeningTest, NonFiniteAndHugeGlobalFramesGiveWholeFramesWithoutUndefinedCasts)
 {
-    zeAnimationController::setSimulationTimeCB(&settableClock);
     zeAnimationUnit* unit = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
     for (double seconds : {1.0e30, -1.0e30, static_cast<double>(std::numeric_limits<float>::quiet_NaN())}) {
-        hostSeconds() = 0.0;
+        clock() = 0.0;
         controller->playGlobal(unit->getId(), false, false, 0.0f, 1.0e38f, 0.0f);
-        hostSeconds() = seconds;
+        clock() = seconds;
         received.clear();
         controller->playLoop();
         const std::vector<Received> whole = messagesNamed("currentFullFrameChanged");
