@@ -107,32 +107,24 @@ TEST_F(ContainerTest, BlockTakesCurvesOnlyAndTheFirstKnownNode)
     // A curve added again is listed once.
     b->addObject(c7);
     EXPECT_EQ(b->getChildIds().size(), 3u);
-}
 
-TEST_F(ContainerTest, BlockSubObjectRemovesOnlyItsOwnCurves)
-{
-    zeAnimationStreak* t = manager->createStreak(0);
-    zeAnimationUnit* b = block(0, 10);
+    // Only its own curves come out, and their identifiers leave every ancestor.
     zeAnimationUnit* other = block(20, 30);
-    t->addObject(b);
-    zeAnimationCurve2D* mine = b->getCurves().front();
     zeAnimationCurve2D* theirs = other->getCurves().front();
     EXPECT_EQ(b->subObject(theirs, false), nullptr);
     EXPECT_EQ(b->subObject(nullptr, false), nullptr);
     EXPECT_EQ(b->subObject(other, false), nullptr);
     EXPECT_EQ(theirs->getParentId(), other->getId());
-
-    EXPECT_EQ(b->subObject(mine, false), mine);
-    EXPECT_EQ(mine->getParentId(), 0u);
+    EXPECT_EQ(b->subObject(unbound, false), unbound);
+    EXPECT_EQ(b->subObject(c9, false), c9);
+    EXPECT_EQ(c9->getParentId(), 0u);
+    EXPECT_EQ(manager->getCurve2D(c9->getId()), c9);
+    const osg::UInt64 id = c7->getId();
+    EXPECT_EQ(b->subObject(c7, true), nullptr);
+    EXPECT_EQ(manager->getObject(id), nullptr);
     EXPECT_TRUE(b->isEmpty());
     EXPECT_TRUE(b->getCurveIds().empty());
     EXPECT_TRUE(t->getCurveIds().empty());
-    EXPECT_EQ(manager->getCurve2D(mine->getId()), mine);
-
-    b->addObject(mine);
-    const osg::UInt64 id = mine->getId();
-    EXPECT_EQ(b->subObject(mine, true), nullptr);
-    EXPECT_EQ(manager->getObject(id), nullptr);
 }
 
 // Shrinking or growing at either edge, at any level of nesting, keeps every curve in its
@@ -193,7 +185,7 @@ TEST_F(ContainerTest, StretchKeepsEveryChildInItsProportionalPlace)
     EXPECT_EQ(t->getEnd(), 10.0f);
 }
 
-TEST_F(ContainerTest, RefusedBlockStretchStoresTheBeginOnly)
+TEST_F(ContainerTest, RefusedBlockStretchStoresTheEdgeOnlyAndTrimmingLeavesTheCurves)
 {
     zeAnimationUnit* b = block(0, 10);
     zeAnimationStreak* t = track({b});
@@ -217,12 +209,10 @@ TEST_F(ContainerTest, RefusedBlockStretchStoresTheBeginOnly)
     EXPECT_EQ(bits(empty->getBegin()), 0x65A96816u);
     EXPECT_EQ(bits(empty->getEnd()), 0xE5A96816u);
     EXPECT_FALSE(empty->isTrimmed());
-}
 
-TEST_F(ContainerTest, TrimmingNarrowsTheIntervalWithoutTouchingCurves)
-{
-    zeAnimationUnit* b = block(0, 10);
-    zeAnimationStreak* t = track({b});
+    // Trimming narrows the interval without touching the curves.
+    b = block(0, 10);
+    t = track({b});
     b->trimBegin(10.0f, true);
     EXPECT_FALSE(b->isTrimmed());
     EXPECT_EQ(b->getBegin(), 0.0f);

@@ -56,10 +56,15 @@ TEST_F(ObjectTest, IdentifierGeneratorFollowsItsRecurrence)
     EXPECT_EQ(manager->random(7), 7 * a + c);
     // A zero seed continues the sequence.
     EXPECT_EQ(manager->random(0), (7 * a + c) * a + c);
-    // With the state at 0 and nothing registered, the first identifier is the increment itself.
+    // The state wraps; at 0, with nothing registered, the next identifier is the increment.
     manager->random(0xFFFFFFFFFFFFFFFFULL);
     const osg::UInt64 wrapped = 0xFFFFFFFFFFFFFFFFULL * a + c; // the state after that call
     EXPECT_EQ(manager->random(0), wrapped * a + c);
+    osg::UInt64 inverse = 1; // a^-1 mod 2^64 by Newton iteration: the seed one step before 0
+    for (int i = 0; i < 6; ++i)
+        inverse *= 2 - a * inverse;
+    EXPECT_EQ(manager->random((0 - c) * inverse), 0u);
+    EXPECT_EQ(manager->createUID(), c);
 
     // Identifiers in use, by objects or fields, are skipped.
     manager->random(100);
@@ -74,21 +79,6 @@ TEST_F(ObjectTest, IdentifierGeneratorFollowsItsRecurrence)
     EXPECT_TRUE(manager->isIDUnique(42));
     manager->destroyField(field);
     EXPECT_TRUE(manager->isIDUnique(first));
-}
-
-TEST_F(ObjectTest, CreateUidFromZeroStateReturnsTheIncrement)
-{
-    // Drive the state to 0: the step before 0 is the inverse of the recurrence at 0.
-    // s * a + c == 0 (mod 2^64) <=> s == -c * a^-1; search through random(seed) instead of
-    // inverting: random(seed) sets the state to the seed and steps once.
-    const osg::UInt64 a = 1664525ULL;
-    const osg::UInt64 c = 1013904223ULL;
-    osg::UInt64 inverse = 1; // a^-1 mod 2^64 by Newton iteration
-    for (int i = 0; i < 6; ++i)
-        inverse *= 2 - a * inverse;
-    const osg::UInt64 beforeZero = (0 - c) * inverse;
-    EXPECT_EQ(manager->random(beforeZero), 0u);
-    EXPECT_EQ(manager->createUID(), c);
 }
 
 TEST_F(ObjectTest, SetIdKeepsFreeIdentifiersAndRenumbersCollisions)
@@ -174,17 +164,15 @@ TEST_F(ObjectTest, BoundsSkipEmptyContainersButCountSequencesAndKeys)
     EXPECT_EQ(track->getBegin(), 2.0f);
     EXPECT_EQ(track->getEnd(), 20.0f);
     EXPECT_EQ(track->getMaximum(), 9.0f);
-}
 
-TEST_F(ObjectTest, EmptiedContainerKeepsItsLastInterval)
-{
-    zeAnimationStreak* track = manager->createStreak(0);
+    // An emptied container keeps its last interval.
+    zeAnimationStreak* emptied = manager->createStreak(0);
     zeAnimationSequence* s = sequence(3.0f, 6.0f);
-    track->addObject(s);
-    track->subObject(s, true);
-    EXPECT_TRUE(track->isEmpty());
-    EXPECT_EQ(track->getBegin(), 3.0f);
-    EXPECT_EQ(track->getEnd(), 6.0f);
+    emptied->addObject(s);
+    emptied->subObject(s, true);
+    EXPECT_TRUE(emptied->isEmpty());
+    EXPECT_EQ(emptied->getBegin(), 3.0f);
+    EXPECT_EQ(emptied->getEnd(), 6.0f);
 }
 
 TEST_F(ObjectTest, SummariesClimbOnAddAndLeaveOnRemove)
@@ -238,7 +226,7 @@ TEST_F(ObjectTest, UpdateIgnoresNullSourcesAndEmptyLists)
     EXPECT_EQ(track->getEnd(), 40.0f);
 }
 
-TEST_F(ObjectTest, SortByBeginIsStable)
+TEST_F(ObjectTest, ChildrenSortStablyByBeginAndAreFoundExactly)
 {
     zeAnimationStreak* track = manager->createStreak(0);
     std::vector<zeAnimationSequence*> same;
@@ -260,15 +248,12 @@ TEST_F(ObjectTest, SortByBeginIsStable)
     manager->destroyObject(same[1]);
     expected.erase(expected.begin() + 2);
     EXPECT_EQ(childIds(track), expected);
-}
 
-TEST_F(ObjectTest, FindObjectByFrameIsExact)
-{
-    zeAnimationStreak* track = manager->createStreak(0);
-    zeAnimationSequence* s = sequence(0.1f, 1.0f);
-    track->addObject(s);
+    // By frame, exactly; by identifier.
+    track->addObject(sequence(0.1f, 1.0f));
     EXPECT_TRUE(track->findObject(0.1f).first);
     EXPECT_FALSE(track->findObject(0.1f + 1e-7f).first);
+    EXPECT_TRUE(track->findObject(first->getId()).first);
     EXPECT_FALSE(track->findObject(static_cast<osg::UInt64>(12)).first);
     EXPECT_EQ(track->findObject(static_cast<osg::UInt64>(12)).second, track->getChildIds().end());
 }
@@ -294,12 +279,6 @@ TEST_F(ObjectTest, DestroyAllObjectsLeavesTheLastDestroyableAndHiddenOnes)
     manager->destroyAllObjects(true);
     EXPECT_EQ(manager->getObjects().size(), 1u);
 
-    zeAnimationObject* a = manager->createObject(300);
-    zeAnimationObject* b = manager->createObject(100);
-    manager->destroyAllObjects(true);
-    ASSERT_EQ(manager->getObjects().size(), 1u);
-    (void)a;
-    (void)b;
     clearPool();
 
     manager->createObject(100);
@@ -319,11 +298,9 @@ TEST_F(ObjectTest, DestroyAllObjectsLeavesTheLastDestroyableAndHiddenOnes)
     manager->destroyAllObjects(true);
     ASSERT_EQ(manager->getObjects().size(), 1u);
     EXPECT_NE(manager->getObject(30), nullptr);
-}
 
-TEST_F(ObjectTest, DestroyAllObjectsKeepsSurvivingParentsConsistent)
-{
     // A hidden track survives; its visible children are destroyed and leave its lists.
+    clearPool();
     zeAnimationStreak* track = manager->createStreak(10);
     track->setHidden(true);
     zeAnimationSequence* visible = sequence(0.0f, 1.0f, "v", 5);
@@ -378,7 +355,7 @@ TEST_F(ObjectTest, DestroyAllObjectsKeepsSurvivingParentsConsistent)
         EXPECT_TRUE(entry.second->getChildIds().empty());
 }
 
-TEST_F(ObjectTest, NameLookupsAreExactAndRejectEmptyNames)
+TEST_F(ObjectTest, LookupsByNameSceneAndBinding)
 {
     EXPECT_EQ(manager->getObject(std::string()), nullptr);
     EXPECT_FALSE(manager->isObjectNameUnique(""));
@@ -388,10 +365,9 @@ TEST_F(ObjectTest, NameLookupsAreExactAndRejectEmptyNames)
     EXPECT_EQ(manager->getObject(std::string("walk")), nullptr);
     EXPECT_FALSE(manager->isObjectNameUnique("Walk"));
     EXPECT_TRUE(manager->isObjectNameUnique("Run"));
-}
+    manager->destroyObject(block);
 
-TEST_F(ObjectTest, SceneQueriesListParentlessVisibleObjects)
-{
+    // The scene's objects are the parentless visible ones.
     zeAnimationUnit* free = manager->createUnit(0);
     zeAnimationUnit* inactive = manager->createUnit(0);
     inactive->setActive(false);
@@ -413,10 +389,8 @@ TEST_F(ObjectTest, SceneQueriesListParentlessVisibleObjects)
     const osg::UInt64 placedId = placed->getId();
     manager->destroyObject(track);
     EXPECT_EQ(manager->getObject(placedId), nullptr);
-}
 
-TEST_F(ObjectTest, ReferencedFieldsAndCurvesFollowTheCurvesBindings)
-{
+    // Referenced fields and curves follow the curves' bindings.
     zeAnimationField* field = manager->createField(0);
     field->fcID = 9;
     zeAnimationField* other = manager->createField(0);
