@@ -107,12 +107,17 @@ TEST(Cores, CameraViewingAndProjection)
     subRefCP(beacon);
 }
 
-TEST(Cores, ShallowCopyIsANewContainerWithTheSameValues)
+TEST(Cores, MaterialGroupCountsItsMaterialAndAShallowCopyIsANewContainerWithTheSameValues)
 {
     unsigned before = liveContainers();
     MaterialGroupPtr group = MaterialGroup::create();
+    SimpleMaterialPtr replaced = SimpleMaterial::create();
+    group->setMaterial(replaced);
+    EXPECT_EQ(replaced.getRefCount(), 1);
+    const UInt32 replacedId = getContainerId(replaced);
     SimpleMaterialPtr mat = SimpleMaterial::create();
     group->setMaterial(mat);
+    EXPECT_EQ(FieldContainerFactory::the()->getContainer(replacedId), NullFC);
     setName(group, "shared");
 
     MaterialGroupPtr copy = MaterialGroupPtr::dcast(group->shallowCopy());

@@ -105,19 +105,14 @@ TEST_F(Edits, ComponentTransformRebuildsItsMatrixOnEndEdit)
     subRefCP(ct);
 }
 
-TEST_F(Edits, SetNameEditsTheContainerAttachments)
+TEST_F(Edits, SetNameAndTheScopedEditorRecordTheirEdits)
 {
     NodePtr node = Node::create();
     setName(node, "x");
     EXPECT_EQ(ChangeRecord::count(getContainerId(node), AttachmentContainer::AttachmentsFieldMask), 1u);
     setName(node, "y"); // attachment exists: only the name changes
     EXPECT_EQ(ChangeRecord::count(getContainerId(node), AttachmentContainer::AttachmentsFieldMask), 1u);
-    subRefCP(node);
-}
-
-TEST_F(Edits, CPEditorEndsTheEditWhenLeavingTheScope)
-{
-    NodePtr node = Node::create();
+    ChangeRecord::clear();
     {
         CPEdit(node, Node::TravMaskFieldMask);
         node->setActive(false);

@@ -4,10 +4,8 @@
 #include <OpenSG/OSGComponentTransform.h>
 #include <OpenSG/OSGDirectionalLight.h>
 #include <OpenSG/OSGGroup.h>
-#include <OpenSG/OSGMaterialGroup.h>
 #include <OpenSG/OSGNode.h>
 #include <OpenSG/OSGSimpleAttachments.h>
-#include <OpenSG/OSGSimpleMaterial.h>
 #include <OpenSG/OSGTransform.h>
 
 #include <gtest/gtest.h>
@@ -252,29 +250,6 @@ TEST(Name, GetAndSetNameThroughTheNameAttachment)
     setName(NodePtr(), "ignored");
 
     subRefCP(node);
-    EXPECT_EQ(liveContainers(), before);
-}
-
-TEST(MaterialGroup, SetMaterialCountsReferences)
-{
-    unsigned before = liveContainers();
-    MaterialGroupPtr group = MaterialGroup::create();
-    SimpleMaterialPtr red = SimpleMaterial::create();
-    SimpleMaterialPtr blue = SimpleMaterial::create();
-    addRefCP(blue);
-
-    group->setMaterial(red);
-    EXPECT_EQ(red.getRefCount(), 1);
-    EXPECT_EQ(group->getMaterial(), red);
-
-    UInt32 redId = getContainerId(red);
-    group->setMaterial(blue);
-    EXPECT_FALSE(alive(redId));
-    EXPECT_EQ(blue.getRefCount(), 2);
-
-    subRefCP(group);
-    EXPECT_EQ(blue.getRefCount(), 1);
-    subRefCP(blue);
     EXPECT_EQ(liveContainers(), before);
 }
 

@@ -68,6 +68,18 @@ struct Recorder
         visits.push_back(std::string("/") + getName(node));
         return result;
     }
+    // Walks the tree from `root` with the enter functor only, or with enter and leave.
+    Action::ResultE walk(NodePtr& root, bool withLeave = false)
+    {
+        const auto enterFunctor =
+            osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(this, &Recorder::enter);
+        if (!withLeave)
+            return traverse(root, enterFunctor);
+        return traverse(
+            root, enterFunctor,
+            osgTypedMethodFunctor2ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr, Action::ResultE>(
+                this, &Recorder::leave));
+    }
 };
 
 std::vector<std::string> functionVisits;
@@ -84,39 +96,20 @@ Action::ResultE recordByConstFunction(const NodePtr& node)
 
 } // namespace
 
-TEST(Traverse, VisitsEveryNodeInPreOrderWhateverTheMask)
+TEST(Traverse, VisitsInPreOrderWhateverTheMaskSkipPrunesAndQuitStops)
 {
     Scene scene;
-    Recorder rec;
-    Action::ResultE result = traverse(
-        scene.root,
-        osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(&rec, &Recorder::enter));
-    EXPECT_EQ(result, Action::Continue);
-    EXPECT_EQ(rec.visits, (std::vector<std::string>{"root", "a", "a1", "a2", "b", "b1"}));
-}
-
-TEST(Traverse, SkipPrunesASubtreeAndQuitStopsEverything)
-{
-    Scene scene;
-    Recorder skip;
+    Recorder all, skip, quit, skipRoot;
+    EXPECT_EQ(all.walk(scene.root), Action::Continue);
+    EXPECT_EQ(all.visits, (std::vector<std::string>{"root", "a", "a1", "a2", "b", "b1"}));
     skip.skipAt = "a";
-    EXPECT_EQ(traverse(scene.root, osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(
-                                       &skip, &Recorder::enter)),
-              Action::Continue);
+    EXPECT_EQ(skip.walk(scene.root), Action::Continue);
     EXPECT_EQ(skip.visits, (std::vector<std::string>{"root", "a", "b", "b1"}));
-
-    Recorder quit;
     quit.quitAt = "a1";
-    EXPECT_EQ(traverse(scene.root, osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(
-                                       &quit, &Recorder::enter)),
-              Action::Quit);
+    EXPECT_EQ(quit.walk(scene.root), Action::Quit);
     EXPECT_EQ(quit.visits, (std::vector<std::string>{"root", "a", "a1"}));
-
-    Recorder skipRoot;
     skipRoot.skipAt = "root";
-    EXPECT_EQ(traverse(scene.root, osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(
-                                       &skipRoot, &Recorder::enter)),
-              Action::Continue);
+    EXPECT_EQ(skipRoot.walk(scene.root), Action::Continue);
     EXPECT_EQ(skipRoot.visits, (std::vector<std::string>{"root"}));
 }
 
@@ -143,24 +136,13 @@ TEST(Traverse, FunctionFunctorsAndNodeLists)
 TEST(Traverse, EnterLeaveFormCallsLeaveAfterTheChildren)
 {
     Scene scene;
-    Recorder rec;
+    Recorder rec, quit;
     rec.skipAt = "b";
-    traverse(scene.root,
-             osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(&rec, &Recorder::enter),
-             osgTypedMethodFunctor2ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr, Action::ResultE>(
-                 &rec, &Recorder::leave));
+    rec.walk(scene.root, true);
     EXPECT_EQ(rec.visits,
               (std::vector<std::string>{"root", "a", "a1", "/a1", "a2", "/a2", "/a", "b", "/b", "/root"}));
-
-    Recorder quit;
     quit.quitAt = "a1";
-    EXPECT_EQ(
-        traverse(
-            scene.root,
-            osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(&quit, &Recorder::enter),
-            osgTypedMethodFunctor2ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr, Action::ResultE>(
-                &quit, &Recorder::leave)),
-        Action::Quit);
+    EXPECT_EQ(quit.walk(scene.root, true), Action::Quit);
     // Leave still runs on the way up, with the Quit result.
     EXPECT_EQ(quit.visits, (std::vector<std::string>{"root", "a", "a1", "/a1", "/a", "/root"}));
 }

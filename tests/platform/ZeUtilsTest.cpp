@@ -37,7 +37,7 @@ TEST(zeMessage, StoresNamedValuesAndHonoursTheReplaceFlag)
     EXPECT_FALSE(msg.hasValue("sender"));
 }
 
-TEST(zeString, ReadsNumbersFromFieldTextForms)
+TEST(zeString, ReadsNumbersFromFieldTextFormsAndWritesThemBackExactly)
 {
     EXPECT_EQ(zeString::getValuesFromString("1.000000e+00  2.500000e+00  -3.000000e+00"),
               (std::vector<float>{1.f, 2.5f, -3.f}));
@@ -48,10 +48,8 @@ TEST(zeString, ReadsNumbersFromFieldTextForms)
     EXPECT_EQ(zeString::getValuesFromString("1 2 word 3"), (std::vector<float>{1.f, 2.f}));
     EXPECT_TRUE(zeString::getValuesFromString("").empty());
     EXPECT_TRUE(zeString::getValuesFromString("  ,, ").empty());
-}
 
-TEST(zeString, WrittenValuesReadBackExactly)
-{
+    // Written values read back exactly.
     std::vector<float> values{0.1f, -1234.5678f, 3.f, 1e-20f, 16777216.f};
     EXPECT_EQ(zeString::getValuesFromString(zeString::createStringFromValues(values)), values);
     EXPECT_EQ(zeString::createStringFromValues({1.f, 2.f, 3.f}), "1 2 3");
