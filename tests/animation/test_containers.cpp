@@ -103,6 +103,7 @@ TEST_F(ContainerTest, BlockTakesCurvesOnlyAndTheFirstKnownNode)
     EXPECT_EQ(b->getEnd(), 20.0f);
     // Curve identifiers climb to every ancestor.
     EXPECT_EQ(t->getCurveIds(), (std::set<osg::UInt64>{unbound->getId(), c7->getId(), c9->getId()}));
+    EXPECT_EQ(t->getCurves().size(), 3u);
 
     // A curve added again is listed once.
     b->addObject(c7);
@@ -129,7 +130,7 @@ TEST_F(ContainerTest, BlockTakesCurvesOnlyAndTheFirstKnownNode)
 
 // Shrinking or growing at either edge, at any level of nesting, keeps every curve in its
 // proportional place: no child edge is refused on the way.
-TEST_F(ContainerTest, StretchKeepsEveryChildInItsProportionalPlace)
+TEST_F(ContainerTest, StretchKeepsEveryChildInItsProportionalPlaceAndATrackHasNoGuard)
 {
     struct Stretch
     {
@@ -183,6 +184,22 @@ TEST_F(ContainerTest, StretchKeepsEveryChildInItsProportionalPlace)
     b->moveEnd(80.0f, false);
     EXPECT_EQ(keyXs(b), (std::vector<float>{0.0f, 80.0f}));
     EXPECT_EQ(t->getEnd(), 10.0f);
+
+    // A track has no guard: stretched onto its own end, it still asks every child (scale 0).
+    zeAnimationSequence* first = sequence(0, 5);
+    zeAnimationSequence* second = sequence(5, 10);
+    zeAnimationStreak* row = track({first, second});
+    zeAnimationStrip* clip = manager->createStrip(0);
+    clip->addObject(row);
+    row->moveEnd(20.0f, true);
+    EXPECT_EQ(first->getEnd(), 10.0f);
+    EXPECT_EQ(second->getBegin(), 10.0f);
+    EXPECT_EQ(second->getEnd(), 20.0f);
+    EXPECT_EQ(clip->getEnd(), 20.0f);
+    row->moveBegin(20.0f, false);
+    EXPECT_EQ(row->getBegin(), 20.0f);
+    EXPECT_EQ(first->getBegin(), 0.0f);
+    EXPECT_EQ(first->getEnd(), 20.0f);
 }
 
 TEST_F(ContainerTest, RefusedBlockStretchStoresTheEdgeOnlyAndTrimmingLeavesTheCurves)
@@ -347,27 +364,6 @@ TEST_F(ContainerTest, TrackInsertObjectRefusesOverlapsButAcceptsTouching)
     zeAnimationSequence* overlapping = sequence(5, 25);
     EXPECT_EQ(t->addObject(overlapping), overlapping);
     EXPECT_EQ(t->getChildIds().size(), 4u);
-}
-
-TEST_F(ContainerTest, TrackStretchHasNoGuard)
-{
-    zeAnimationStrip* clip = manager->createStrip(0);
-    zeAnimationSequence* a = sequence(0, 5);
-    zeAnimationSequence* b = sequence(5, 10);
-    zeAnimationStreak* t = track({a, b});
-    clip->addObject(t);
-    t->moveEnd(20.0f, true);
-    EXPECT_EQ(a->getBegin(), 0.0f);
-    EXPECT_EQ(a->getEnd(), 10.0f);
-    EXPECT_EQ(b->getBegin(), 10.0f);
-    EXPECT_EQ(b->getEnd(), 20.0f);
-    EXPECT_EQ(clip->getEnd(), 20.0f);
-
-    // Onto its own end: a block would stop; the track still asks every child (scale 0).
-    t->moveBegin(20.0f, false);
-    EXPECT_EQ(t->getBegin(), 20.0f);
-    EXPECT_EQ(a->getEnd(), 20.0f);
-    EXPECT_EQ(a->getBegin(), 0.0f);
 }
 
 TEST_F(ContainerTest, ClipNumbersTracksWithGapsAndRepeats)
@@ -639,7 +635,7 @@ TEST_F(ContainerTest, DuplicateBlockCopiesTheListedMembersAndItsCurves)
     EXPECT_EQ(copy->getCurveIds().size(), 2u);
 }
 
-TEST_F(ContainerTest, DuplicateTrackAndClipRebuildTheTree)
+TEST_F(ContainerTest, DuplicateTrackClipAndSequenceRebuildTheTree)
 {
     zeAnimationStrip* clip = manager->createStrip(0);
     zeAnimationStrip* nested = manager->createStrip(0);
@@ -691,28 +687,24 @@ TEST_F(ContainerTest, DuplicateTrackAndClipRebuildTheTree)
     EXPECT_EQ(copy->getCurveIds().size(), 3u);
     for (osg::UInt64 id : copy->getCurveIds())
         EXPECT_EQ(copyIds.count(id), 1u);
-}
 
-TEST_F(ContainerTest, SequencesAreDuplicatedOnlyDirectly)
-{
+    // Sequences are duplicated only directly: a fresh, registered copy beside the source.
     zeAnimationSequence* s = sequence(1, 2);
     s->setDirty(false);
     s->setTrimmed(true);
-    zeAnimationStreak* t = track({s});
+    zeAnimationStreak* holder = track({s});
     EXPECT_EQ(manager->duplicateObject(s), nullptr);
-    zeAnimationSequence* copy = manager->duplicateSequence(s);
-    ASSERT_NE(copy, nullptr);
-    EXPECT_NE(copy->getId(), s->getId());
-    EXPECT_EQ(manager->getSequence(copy->getId()), copy);
-    EXPECT_EQ(copy->getSequenceIds(), std::set<osg::UInt64>{copy->getId()});
-    EXPECT_FALSE(copy->isDirty());
-    EXPECT_FALSE(copy->isTrimmed());
-    EXPECT_EQ(copy->getBegin(), 1.0f);
-    EXPECT_EQ(copy->getEnd(), 2.0f);
-    EXPECT_EQ(copy->getName(), "seq");
-    EXPECT_EQ(copy->getParentId(), t->getId());
-    EXPECT_EQ(t->getChildIds().size(), 1u);
     EXPECT_EQ(manager->duplicateObject(nullptr), nullptr);
+    zeAnimationSequence* twin = manager->duplicateSequence(s);
+    ASSERT_NE(twin, nullptr);
+    EXPECT_EQ(manager->getSequence(twin->getId()), twin);
+    EXPECT_EQ(twin->getSequenceIds(), std::set<osg::UInt64>{twin->getId()});
+    EXPECT_FALSE(twin->isDirty() || twin->isTrimmed());
+    EXPECT_EQ(twin->getBegin(), 1.0f);
+    EXPECT_EQ(twin->getEnd(), 2.0f);
+    EXPECT_EQ(twin->getName(), "seq");
+    EXPECT_EQ(twin->getParentId(), holder->getId());
+    EXPECT_EQ(holder->getChildIds().size(), 1u);
 }
 
 TEST_F(ContainerTest, MoveObjectToStreakMovesBetweenTracks)

@@ -175,27 +175,6 @@ TEST_F(ObjectTest, BoundsSkipEmptyContainersButCountSequencesAndKeys)
     EXPECT_EQ(emptied->getEnd(), 6.0f);
 }
 
-TEST_F(ObjectTest, SummariesClimbOnAddAndLeaveOnRemove)
-{
-    zeAnimationStrip* clip = manager->createStrip(0);
-    zeAnimationUnit* block = manager->createUnit(0);
-    zeAnimationCurve2D* curve = curveWith({{0.0f, 0.0f}, {10.0f, 1.0f}});
-    block->addObject(curve);
-    zeAnimationStreak* track = static_cast<zeAnimationStreak*>(clip->addObject(block));
-    zeAnimationSequence* s = sequence(0.0f, 5.0f);
-    track->addObject(s);
-
-    EXPECT_EQ(clip->getCurves(), std::vector<zeAnimationCurve2D*>{curve});
-
-    // Removing the block takes its curve's identifier out of every ancestor.
-    track->subObject(block, false);
-    EXPECT_EQ(track->getCurveIds().count(curve->getId()), 0u);
-    EXPECT_EQ(clip->getCurveIds().count(curve->getId()), 0u);
-    EXPECT_EQ(clip->getSequenceIds().count(s->getId()), 1u);
-    EXPECT_EQ(block->getParent(), nullptr);
-    manager->destroyObject(block);
-}
-
 TEST_F(ObjectTest, UpdateIgnoresNullSourcesAndEmptyLists)
 {
     zeAnimationStreak* track = manager->createStreak(0);
