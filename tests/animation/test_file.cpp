@@ -669,6 +669,8 @@ TEST_F(FileTest, MalformedDocumentsAreRefusedAndLeaveThePoolAlone)
         {"\xff\xfe<\0A\0", "UTF-16"},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><AnimationPool/>", "encoding ISO-8859-1"},
         {"<AnimationPool><!-- a -- b --></AnimationPool>", "\"--\" inside a comment"},
+        {"<AnimationPool><!ELEMENT x ANY></AnimationPool>", "unknown markup"},
+        {"<!DOCTYPE AnimationPool x><AnimationPool/>", "'>' expected"},
     };
     for (const auto& item : cases) {
         const std::string file = path("bad.xml");
