@@ -200,11 +200,13 @@ protected:
         zeAnimationManager::setGetFromAtUpCB(&HostCamera::getView);
         zeAnimationManager::setRollCB(&HostCamera::setRoll);
         zeAnimationManager::setGetRollCB(&HostCamera::getRoll);
+        osg::ChangeRecord::setEnabled(true);
         osg::ChangeRecord::clear();
     }
 
     void TearDown() override
     {
+        osg::ChangeRecord::setEnabled(false);
         AnimationTest::TearDown();
         zeAnimationManager::setFromAtUpCB(nullptr);
         zeAnimationManager::setGetFromAtUpCB(nullptr);

@@ -14,8 +14,16 @@ namespace {
 class Edits : public ::testing::Test
 {
 protected:
-    void SetUp() override { ChangeRecord::clear(); }
-    void TearDown() override { ChangeRecord::clear(); }
+    void SetUp() override
+    {
+        ChangeRecord::setEnabled(true);
+        ChangeRecord::clear();
+    }
+    void TearDown() override
+    {
+        ChangeRecord::clear();
+        ChangeRecord::setEnabled(false);
+    }
 };
 } // namespace
 

@@ -74,6 +74,7 @@ TEST(zeNodeUtils, SetRotationCreatesTheAttachmentAndRotatesATransform3D)
     EXPECT_EQ(zeNodeUtils::getTransformAttachment(node), NullFC);
     EXPECT_EQ(zeNodeUtils::getTransformAttachment(NodePtr()), NullFC);
 
+    ChangeRecord::setEnabled(true);
     ChangeRecord::clear();
     zeNodeUtils::setTransformNodeRotation(node, 0, 0, 90, 0);
     TransformAttachmentPtr att = zeNodeUtils::getTransformAttachment(node);
@@ -81,6 +82,7 @@ TEST(zeNodeUtils, SetRotationCreatesTheAttachmentAndRotatesATransform3D)
     EXPECT_EQ(att->getRotationAngles(), Vec3f(0, 0, 90));
     EXPECT_EQ(ChangeRecord::count(getContainerId(att), TransformAttachment::RotationAnglesFieldMask), 1u);
     EXPECT_EQ(ChangeRecord::count(getContainerId(core), Transform::MatrixFieldMask), 1u);
+    ChangeRecord::setEnabled(false);
 
     Pnt3f p(1, 0, 0);
     core->getMatrix().multMatrixPnt(p);

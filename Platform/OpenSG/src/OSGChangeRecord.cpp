@@ -6,7 +6,7 @@ namespace {
 struct RecordState
 {
     std::deque<ChangeRecordEntry> entries;
-    bool enabled = true;
+    bool enabled = false;
     UInt32 capacity = 65536;
 };
 

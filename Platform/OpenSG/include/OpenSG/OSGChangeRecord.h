@@ -29,8 +29,9 @@ public:
     static UInt32 count(UInt32 containerId, BitVector mask = FieldBits::AllFields);
     static void clear();
 
-    // Recording is on by default. At most `capacity` entries are kept (default 65536); beyond that
-    // the oldest are dropped, so a long-running program does not grow without bound.
+    // Recording is off until a test turns it on, so that programs and benchmarks pay nothing for
+    // it. At most `capacity` entries are kept (default 65536); beyond that the oldest are dropped,
+    // so a long run does not grow without bound.
     static void setEnabled(bool enabled);
     static bool isEnabled();
     static void setCapacity(UInt32 capacity);
