@@ -12,6 +12,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
+
 namespace {
 
 zeAnimationManager* manager()
@@ -49,16 +51,30 @@ zeAnimationStrip* makeClip(int tracks, int blocksPerTrack)
 
 const int kTracks = 1000;
 const int kBlocks = 10;
+// The clip's interval: blocks begin at b * 10 + t % 7 and last 8 frames.
+const float kClipBegin = 0.0f;
+const float kClipEnd = (kBlocks - 1) * 10.0f + 6.0f + 8.0f;
+const std::size_t kClipObjects = 1 + kTracks + kTracks * kBlocks * 5;
+
+// What a built clip must be: every block placed, on the track made for it, over the known interval.
+bool clipIsWhole(const zeAnimationStrip* clip)
+{
+    return manager()->getObjectCount() == kClipObjects && clip->getChildIds().size() == kTracks &&
+           clip->getUnits().size() == static_cast<std::size_t>(kTracks * kBlocks) &&
+           clip->getBegin() == kClipBegin && clip->getEnd() == kClipEnd;
+}
 
 void BM_ClipBuild(benchmark::State& state)
 {
     for (auto _ : state) {
         zeAnimationStrip* clip = makeClip(kTracks, kBlocks);
         state.PauseTiming();
+        if (!clipIsWhole(clip))
+            state.SkipWithError("the clip built is not the one laid out");
         manager()->destroyObject(clip);
         state.ResumeTiming();
     }
-    state.counters["objects"] = static_cast<double>(1 + kTracks + kTracks * kBlocks * 5);
+    state.counters["objects"] = static_cast<double>(kClipObjects);
 }
 BENCHMARK(BM_ClipBuild)->Unit(benchmark::kMillisecond);
 
@@ -70,7 +86,10 @@ void BM_ClipMove(benchmark::State& state)
         clip->move(delta, true);
         delta = -delta;
     }
-    benchmark::DoNotOptimize(clip->getBegin());
+    // Whole-frame moves are exact: an odd number of them leaves the clip one frame later.
+    const float shift = state.iterations() % 2 != 0 ? 1.0f : 0.0f;
+    if (clip->getBegin() != kClipBegin + shift || clip->getEnd() != kClipEnd + shift)
+        state.SkipWithError("the moved clip is not where the moves put it");
     manager()->destroyObject(clip);
 }
 BENCHMARK(BM_ClipMove)->Unit(benchmark::kMillisecond);
@@ -87,7 +106,11 @@ void BM_ClipStretch(benchmark::State& state)
         clip->moveBegin(grow ? begin - 50.0f : begin, true);
         grow = !grow;
     }
-    benchmark::DoNotOptimize(clip->getEnd());
+    // The edges land where they were sent, up to the rounding of the scaled children.
+    const float out = grow ? 0.0f : 50.0f;
+    if (std::fabs(clip->getBegin() - (begin - out)) > 1e-3f ||
+        std::fabs(clip->getEnd() - (end + out)) > 1e-3f)
+        state.SkipWithError("the stretched clip does not span the interval it was stretched to");
     manager()->destroyObject(clip);
 }
 BENCHMARK(BM_ClipStretch)->Unit(benchmark::kMillisecond);
@@ -97,7 +120,12 @@ void BM_ClipFlip(benchmark::State& state)
     zeAnimationStrip* clip = makeClip(kTracks, kBlocks);
     for (auto _ : state)
         clip->flip();
-    benchmark::DoNotOptimize(clip->isFlipped());
+    // Track 0 spans [0, 98] in the clip's [0, 104]: each flip mirrors it to [6, 104] and back.
+    const bool odd = state.iterations() % 2 != 0;
+    const zeAnimationStreak* first = clip->getStreak(0);
+    if (clip->isFlipped() != odd || !first || first->getBegin() != (odd ? 6.0f : 0.0f) ||
+        clip->getBegin() != kClipBegin || clip->getEnd() != kClipEnd)
+        state.SkipWithError("the flipped clip is not the mirror image of the one built");
     manager()->destroyObject(clip);
 }
 BENCHMARK(BM_ClipFlip)->Unit(benchmark::kMillisecond);
@@ -109,6 +137,8 @@ void BM_ClipDestroy(benchmark::State& state)
         zeAnimationStrip* clip = makeClip(kTracks, kBlocks);
         state.ResumeTiming();
         manager()->destroyObject(clip);
+        if (manager()->getObjectCount() != 0)
+            state.SkipWithError("destroying the clip left objects behind");
     }
 }
 BENCHMARK(BM_ClipDestroy)->Unit(benchmark::kMillisecond);
@@ -125,6 +155,8 @@ void BM_DestroyAllObjects(benchmark::State& state)
         state.ResumeTiming();
         manager()->destroyAllObjects(true);
         state.PauseTiming();
+        if (pool != 102020 || manager()->getObjectCount() > 1)
+            state.SkipWithError("destroyAllObjects did not empty the pool of 102,020 objects");
         // The rule keeps the last object; clear it for the next round.
         for (const auto& entry : manager()->getObjects())
             manager()->destroyObject(manager()->getObject(entry.first));

@@ -31,6 +31,9 @@ void BM_AddKeysAsMade(benchmark::State& state)
         for (int i = 0; i < count; ++i)
             curve->addObject(manager()->createPoint2D(static_cast<float>(i), std::sin(i * 0.1f)));
         state.PauseTiming();
+        if (curve->getPointCount() != static_cast<osg::UInt32>(count) || curve->getBegin() != 0.0f ||
+            curve->getEnd() != static_cast<float>(count - 1))
+            state.SkipWithError("the curve does not hold every key added");
         manager()->destroyCurve2D(curve);
         state.ResumeTiming();
     }
@@ -55,6 +58,11 @@ void BM_MoveSelectedKeys(benchmark::State& state)
         curve->moveSelectedPoints(osg::Vec2f(delta, 0.0f), false, false, false, false);
         delta = -delta;
     }
+    // Every key moved with the selection: an odd number of drags leaves them 2 frames later.
+    const float shift = state.iterations() % 2 != 0 ? 2.0f : 0.0f;
+    if (curve->getPointCount() != static_cast<osg::UInt32>(count) || curve->getBegin() != shift ||
+        curve->getEnd() != (count - 1) * 10.0f + shift)
+        state.SkipWithError("the dragged keys are not where the drags put them");
     manager()->destroyCurve2D(curve);
 }
 BENCHMARK(BM_MoveSelectedKeys)->Arg(20000)->Arg(40000)->Unit(benchmark::kMillisecond)->Iterations(1);
@@ -69,8 +77,12 @@ void BM_MoveToFarRow(benchmark::State& state)
         sequence->setBegin(0.0f);
         sequence->setEnd(10.0f);
         clip->insertObject(sequence);
-        manager()->moveObjectToStreak(sequence, clip, row);
+        const bool moved = manager()->moveObjectToStreak(sequence, clip, row);
         state.PauseTiming();
+        const zeAnimationStreak* track = clip->getStreak(row);
+        if (!moved || clip->getChildIds().size() != row + 1 || !track ||
+            sequence->getParentId() != track->getId())
+            state.SkipWithError("the object is not on the row it was moved to");
         manager()->destroyObject(clip);
         state.ResumeTiming();
     }
@@ -94,6 +106,9 @@ void BM_SequencesOnOneTrack(benchmark::State& state)
         for (int i = 0; i < count; ++i)
             track->insertObject(makeSequence(i * 10.0f, i * 10.0f + 8.0f));
         state.PauseTiming();
+        if (track->getChildIds().size() != static_cast<std::size_t>(count) ||
+            track->getEnd() != (count - 1) * 10.0f + 8.0f)
+            state.SkipWithError("the track refused sequences that do not overlap");
         manager()->destroyObject(track);
         state.ResumeTiming();
     }
@@ -109,6 +124,9 @@ void BM_OverlappingSequencesIntoClip(benchmark::State& state)
         for (int i = 0; i < count; ++i)
             clip->insertObject(makeSequence(i * 0.001f, 100.0f + i * 0.001f));
         state.PauseTiming();
+        if (clip->getChildIds().size() != static_cast<std::size_t>(count) ||
+            clip->getSequences().size() != static_cast<std::size_t>(count))
+            state.SkipWithError("overlapping sequences did not each get a row of their own");
         manager()->destroyObject(clip);
         state.ResumeTiming();
     }

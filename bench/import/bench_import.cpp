@@ -1,7 +1,9 @@
 // Import of an older scene holding 100,000 old keys: in one curve, and spread over 1,000 blocks
 // of 100 keys on 100 nodes. The time covers the whole import (conversion, field creation,
 // attachment edits and the removal of the old containers), not the building of the old scene.
+#include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationUnit.h>
 
 #include <OpenSG/OSGBaseFunctions.h>
 #include <OpenSG/OSGGroup.h>
@@ -65,6 +67,24 @@ void clearPool()
     manager()->destroyAllFields();
 }
 
+// Every old block became a block of one curve over frames 0 to keysPerCurve - 1 whose values,
+// k % 7, run from 0 to 6.
+bool importedWhole(int blocks, int keysPerCurve)
+{
+    const std::vector<zeAnimationUnit*> units = manager()->getSceneUnits();
+    if (units.size() != static_cast<std::size_t>(blocks) ||
+        manager()->getObjectCount() != static_cast<std::size_t>(blocks) * (2 + keysPerCurve))
+        return false;
+    for (const zeAnimationUnit* unit : units) {
+        const std::vector<zeAnimationCurve2D*> curves = unit->getCurves();
+        if (curves.size() != 1 || curves[0]->getPointCount() != static_cast<osg::UInt32>(keysPerCurve) ||
+            curves[0]->getBegin() != 0.0f || curves[0]->getEnd() != keysPerCurve - 1.0f ||
+            curves[0]->getMinimum() != 0.0f || curves[0]->getMaximum() != 6.0f)
+            return false;
+    }
+    return true;
+}
+
 void runImport(benchmark::State& state, int nodes, int blocksPerNode, int keysPerCurve)
 {
     for (auto _ : state) {
@@ -74,6 +94,8 @@ void runImport(benchmark::State& state, int nodes, int blocksPerNode, int keysPe
         manager()->importKORUAnimations(root, osg::NullFC, static_cast<osg::UInt32>(nodes + 1));
         state.PauseTiming();
         state.counters["objects"] = static_cast<double>(manager()->getObjectCount());
+        if (!importedWhole(nodes * blocksPerNode, keysPerCurve))
+            state.SkipWithError("the import did not convert every block, curve and key");
         osg::subRefCP(root);
         clearPool();
         state.ResumeTiming();
