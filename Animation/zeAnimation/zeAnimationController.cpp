@@ -13,6 +13,8 @@
 #include <zeOpenSGUtils/zeOpenSGUtils.h>
 #include <zeUtils/zeMessage.h>
 
+#include "zeCurveKernel.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -866,171 +868,25 @@ void zeAnimationController::resetMotionBlur()
 
 // ---- Curve evaluation --------------------------------------------------------------------------
 
-namespace {
-
-// The truncated value of pi the solver has always used; part of its results.
-const double kPi = 3.14159265358;
-const double kTolerance = 1e-6;
-
-double signedCubeRoot(double v)
-{
-    return v >= 0.0 ? std::pow(v, 1.0 / 3.0) : -std::pow(std::fabs(v), 1.0 / 3.0);
-}
-
-bool inUnit(double t)
-{
-    return 0.0 <= t && t <= 1.0;
-}
-
-} // namespace
-
 bool zeAnimationController::computeCurveValue(zeAnimationCurve2D* curve, float frame, float& value)
 {
     if (!curve)
         return false;
-    // What does not depend on the frame is kept on the curve for the segment solved last, as
-    // long as no key or handle moved, no child list changed and the registry neither lost nor
-    // gained an object since: playback reads the same segment frame after frame, and this spares
-    // it the search and the keys and handles themselves.
-    zeAnimationCurve2D::SegmentSolve& solve = curve->segmentSolve();
-    const zeAnimationManager* m = zeAnimationManager::the();
-    const osg::UInt64 positionEpoch = zeControlPoint2D::getPositionEpoch();
-    const osg::UInt64 removals = m->getRegistryRemovals();
-    const osg::UInt64 additions = m->getRegistryAdditions();
-    const osg::UInt64 childListEpoch = zeAnimationObject::getChildListEpoch();
+    // The curve's key cache answers the map's upper bound without building the map.
     const zeControlPoint2D* k0 = nullptr;
     const zeControlPoint2D* k1 = nullptr;
-    // Inside the remembered segment of unchanged, strictly ordered keys, the map's upper bound
-    // is that segment's end key.
-    if (solve.valid && solve.ordered && solve.x0 <= frame && frame < solve.x1 &&
-        solve.positionEpoch == positionEpoch && solve.removals == removals && solve.additions == additions &&
-        solve.childListEpoch == childListEpoch) {
-        k0 = solve.k0;
-        k1 = solve.k1;
-    } else {
-        // The curve's key cache answers the map's upper bound without building the map, and
-        // remembers the last segment, so playback frame after frame needs no search at all.
-        switch (curve->locateSegment(frame, k0, k1)) {
-        case zeAnimationCurve2D::TooFewKeys:
-            return false;
-        case zeAnimationCurve2D::BeforeFirst:
-            // Before the first key the second key's value holds; kept as it has always been.
-            value = k0->getY();
-            return true;
-        case zeAnimationCurve2D::AfterLast:
-            value = k0->getY();
-            return true;
-        case zeAnimationCurve2D::InsideSegment:
-            break;
-        }
-    }
-    if (!solve.valid || solve.k0 != k0 || solve.k1 != k1 || solve.positionEpoch != positionEpoch ||
-        solve.removals != removals || solve.additions != additions ||
-        solve.childListEpoch != childListEpoch) {
-        solve.ordered = !curve->keyCache.hasNaN;
-        solve.additions = additions;
-        solve.childListEpoch = childListEpoch;
-        solve.k0 = k0;
-        solve.k1 = k1;
-        solve.positionEpoch = positionEpoch;
-        solve.removals = removals;
-        solve.x0 = k0->getX();
-        solve.y0 = k0->getY();
-        solve.x1 = k1->getX();
-        solve.y1 = k1->getY();
-        const float h0x = k0->getOutTangentX();
-        solve.h0y = k0->getOutTangentY();
-        const float h1x = k1->getInTangentX();
-        solve.h1y = k1->getInTangentY();
-        solve.dx = static_cast<double>(solve.x1) - static_cast<double>(solve.x0);
-        // Both inner handles on their keys: a step, not a straight line.
-        solve.step = h1x == solve.x1 && solve.h1y == solve.y1 && h0x == solve.x0 && solve.h0y == solve.y0;
-        if (solve.dx != 0.0 && !solve.step) {
-            const double dx = solve.dx;
-            const double a = (static_cast<double>(h0x) - static_cast<double>(solve.x0)) / dx;
-            const double b = (static_cast<double>(h1x) - static_cast<double>(solve.x0)) / dx;
-            const double A = 1.0 - 3.0 * b + 3.0 * a;
-            const double B = 3.0 * b - 6.0 * a;
-            const double C = 3.0 * a;
-            solve.A = A;
-            solve.p = (3.0 * A * C - B * B) / (3.0 * A * A);
-            // q = 2B^3/(27A^3) - BC/(3A^2) - u/A, evaluated left to right: the first difference
-            // does not depend on the frame.
-            solve.q0 = 2.0 * B * B * B / (27.0 * A * A * A) - B * C / (3.0 * A * A);
-            solve.s = B / (3.0 * A);
-            solve.p3 = std::pow(solve.p / 3.0, 3.0);
-        }
-        solve.valid = true;
-    }
-    const float x0 = solve.x0;
-    const float y0 = solve.y0;
-    const float x1 = solve.x1;
-    const float y1 = solve.y1;
-    const float h0y = solve.h0y;
-    const float h1y = solve.h1y;
-
-    const double dx = solve.dx;
-    if (dx == 0.0)
-        return y0 != 0.0f;
-    double u = 0.0;
-    if (frame == x0)
-        u = 0.0;
-    else if (frame == x1)
-        u = 1.0;
-    else
-        u = (static_cast<double>(frame) - static_cast<double>(x0)) / dx;
-
-    if (solve.step) {
-        value = y0;
+    switch (curve->locateSegment(frame, k0, k1)) {
+    case zeAnimationCurve2D::TooFewKeys:
+        return false;
+    case zeAnimationCurve2D::BeforeFirst: // the second key's value, as it has always been
+    case zeAnimationCurve2D::AfterLast:
+        value = k0->getY();
         return true;
+    case zeAnimationCurve2D::InsideSegment:
+        break;
     }
-
-    const double A = solve.A;
-    const double p = solve.p;
-    const double q = solve.q0 - u / A;
-    const double s = solve.s;
-    const double D = solve.p3 + std::pow(q / 2.0, 2.0);
-
-    double t = 0.0;
-    if (std::fabs(D) < kTolerance) {
-        if (p == 0.0 && q == 0.0) {
-            t = -s;
-        } else {
-            // pow with exponent 1/3 directly: a negative base gives NaN and fails the range test.
-            const double t1 = -std::pow(4.0 * q, 1.0 / 3.0) - s;
-            const double t2 = std::pow(q / 2.0, 1.0 / 3.0) - s;
-            if (inUnit(t1))
-                t = t1;
-            else if (inUnit(t2))
-                t = t2;
-            else
-                return false;
-        }
-    } else if (D >= kTolerance) {
-        const double root = std::sqrt(D);
-        t = signedCubeRoot(-q / 2.0 + root) + signedCubeRoot(-q / 2.0 - root) - s;
-    } else if (D <= -kTolerance) {
-        const double phi = std::acos(q / (-2.0 * std::sqrt(std::pow(-p / 3.0, 3.0))));
-        const double theta = phi * 180.0 / kPi / 3.0;
-        const double r = 2.0 * std::sqrt(-p / 3.0);
-        bool found = false;
-        for (int k = 0; k < 3 && !found; ++k) {
-            const double candidate = r * std::cos((theta + 120.0 * k) * kPi / 180.0) - s;
-            if (candidate <= 1.0 && candidate + kTolerance >= 0.0) {
-                t = candidate;
-                found = true;
-            }
-        }
-        if (!found)
-            return false;
-    } else {
-        return false; // NaN coefficients: no branch accepts a root.
-    }
-
-    const double t2 = t * t;
-    const double t3 = std::pow(t, 3.0);
-    const double y = (1.0 - 3.0 * t + 3.0 * t2 - t3) * y0 + (3.0 * t - 6.0 * t2 + 3.0 * t3) * h0y +
-                     (3.0 * t2 - 3.0 * t3) * h1y + t3 * y1;
-    value = (-kTolerance < y && y < kTolerance) ? 0.0f : static_cast<float>(y);
-    return true;
+    zeCurveKernel::Segment segment;
+    zeCurveKernel::prepareSegment(segment, k0->getX(), k0->getY(), k0->getOutTangentX(), k0->getOutTangentY(),
+                                  k1->getInTangentX(), k1->getInTangentY(), k1->getX(), k1->getY());
+    return zeCurveKernel::solveSegment(segment, frame, value);
 }

@@ -8,6 +8,8 @@
 #include <OpenSG/OSGFieldContainerFactory.h>
 #include <OpenSG/OSGNodeCore.h>
 
+#include "zeCurveKernel.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -178,7 +180,6 @@ void zeAnimationCurve2D::stampKeyCache() const
 
 void zeAnimationCurve2D::rebuildKeyCache() const
 {
-    solve.valid = false;
     KeyCache& c = keyCache;
     c.xs.clear();
     c.ys.clear();
@@ -254,28 +255,24 @@ zeAnimationCurve2D::locateSegment(float frame, const zeControlPoint2D*& k0, cons
         return InsideSegment;
     }
     const std::size_t n = c.xs.size();
-    if (n < 2)
+    // The hint is the upper bound of the segment found last: playback asks frame after frame.
+    std::size_t hint = c.lastSegment + 1;
+    const std::size_t upper = zeCurveKernel::upperBound(c.xs.data(), n, frame, hint);
+    switch (zeCurveKernel::locate(n, upper)) {
+    case zeCurveKernel::TooFewKeys:
         return TooFewKeys;
-    const float* xs = c.xs.data();
-    if (frame < xs[0]) {
+    case zeCurveKernel::BeforeFirst:
         k0 = c.points[1];
         return BeforeFirst;
-    }
-    // Written so that a NaN frame lands here too, as in the map (no key is above it).
-    if (!(frame < xs[n - 1])) {
+    case zeCurveKernel::AfterLast:
         k0 = c.points[n - 1];
         return AfterLast;
+    case zeCurveKernel::Inside:
+        break;
     }
-    // Now xs[0] <= frame < xs[n - 1]: segment i holds the frame when xs[i] <= frame < xs[i + 1].
-    std::size_t i = c.lastSegment;
-    if (!(i + 1 < n && xs[i] <= frame && frame < xs[i + 1])) {
-        ++i;
-        if (!(i + 1 < n && xs[i] <= frame && frame < xs[i + 1]))
-            i = static_cast<std::size_t>(std::upper_bound(xs, xs + n, frame) - xs) - 1;
-        keyCache.lastSegment = i;
-    }
-    k0 = c.points[i];
-    k1 = c.points[i + 1];
+    keyCache.lastSegment = upper - 1;
+    k0 = c.points[upper - 1];
+    k1 = c.points[upper];
     return InsideSegment;
 }
 
@@ -298,7 +295,6 @@ bool zeAnimationCurve2D::insertKeyInOrder(zeControlPoint2D* key)
     if (at > 0 && !(c.xs[at - 1] < x))
         return false; // shares an x with a key: the cache would lose its strict order
     KeyCache& w = keyCache;
-    solve.valid = false; // the keys changed under the evaluator's remembered segment
     const ChildList::iterator node =
         childIds.insert(at < w.nodes.size() ? w.nodes[at] : childIds.end(), key->getId());
     w.xs.insert(w.xs.begin() + at, x);
@@ -342,7 +338,6 @@ bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
     if (at >= c.points.size() || c.points[at] != key || *c.nodes[at] != key->getId())
         return false;
     KeyCache& w = keyCache;
-    solve.valid = false; // the keys changed under the evaluator's remembered segment
     childIds.erase(w.nodes[at]);
     if (w.lowAt == at || w.highAt == at) {
         w.extremes = false;
@@ -851,7 +846,6 @@ void zeAnimationCurve2D::placeKey(zeControlPoint2D* key, const osg::Pnt2f& posit
     if (at == n || zeControlPoint2D::getPositionEpoch() != expected || (at > 0 && !(w.xs[at - 1] < x)) ||
         (at + 1 < n && !(x < w.xs[at + 1])))
         return;
-    solve.valid = false;
     w.xs[at] = x;
     w.ys[at] = key->getY();
     if (w.extremes && (w.lowAt == at || w.highAt == at))

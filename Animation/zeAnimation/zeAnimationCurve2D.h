@@ -108,36 +108,6 @@ protected:
     osg::Color3f color;
 
 private:
-    // Scratch space of the evaluator (zeAnimationController::computeCurveValue): the segment it
-    // solved last and the terms of the solve that do not depend on the frame, with what they
-    // were computed from. Not part of the curve's state; never copied.
-    struct SegmentSolve
-    {
-        SegmentSolve() = default;
-        SegmentSolve(const SegmentSolve&) {}
-        SegmentSolve& operator=(const SegmentSolve&)
-        {
-            valid = false;
-            return *this;
-        }
-
-        bool valid = false;
-        bool step = false;
-        bool ordered = false; // found in a key cache without NaN, where x order is strict
-        const zeControlPoint2D* k0 = nullptr;
-        const zeControlPoint2D* k1 = nullptr;
-        osg::UInt64 positionEpoch = 0;
-        osg::UInt64 removals = 0;
-        osg::UInt64 additions = 0;
-        osg::UInt64 childListEpoch = 0;
-        float x0 = 0.0f, y0 = 0.0f, x1 = 0.0f, y1 = 0.0f, h0y = 0.0f, h1y = 0.0f;
-        double dx = 0.0, A = 0.0, p = 0.0, q0 = 0.0, s = 0.0, p3 = 0.0;
-    };
-    SegmentSolve& segmentSolve() const { return solve; }
-
-private:
-    mutable SegmentSolve solve;
-
     struct BoundField
     {
         zeAnimationField* field = nullptr;
@@ -211,11 +181,7 @@ private:
     bool keyCacheIsFresh() const;
     void stampKeyCache() const;
     void rebuildKeyCache() const;
-    void dropKeyCache()
-    {
-        keyCache.built = false;
-        solve.valid = false;
-    }
+    void dropKeyCache() { keyCache.built = false; }
     // Evaluation's search: BeforeFirst gives the second key in k0, AfterLast the last key in k0,
     // InsideSegment the keys around the frame.
     SegmentLocation locateSegment(float frame, const zeControlPoint2D*& k0,

@@ -3,6 +3,8 @@
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationManager.h>
 
+#include "zeCurveKernel.h"
+
 #include <cmath>
 
 osg::UInt32 zeControlPoint2D::_typeID = TypePoint2D;
@@ -185,66 +187,6 @@ osg::Vec2f zeControlPoint2D::getOutTangent() const
 }
 
 // ---- Tangent computation ----------------------------------------------------------------------
-//
-// All arithmetic is single precision. A third is the float 0.33333334 (a multiplication, not a
-// division), angles come from atanf and are used through tanf, cosf and sinf exactly as written:
-// tanf(atanf(s)) is not simplified to s, and a cos/sin pair gives a handle of Euclidean length L.
-
-namespace {
-
-const float kThird = 0.33333334f;
-
-struct Handles
-{
-    float ix, iy, ox, oy;
-};
-
-float slope(float px, float py, float qx, float qy)
-{
-    return (qy - py) / (qx - px);
-}
-
-// The smaller of a half interval and the cap; the half interval is kept when they are equal.
-float capped(float half, float cap)
-{
-    return cap < half ? cap : half;
-}
-
-void inAlong(Handles& h, float x, float y, float s, float length)
-{
-    const float t = tanf(atanf(s));
-    h.ix = x - length;
-    h.iy = y - t * length;
-}
-
-void outAlong(Handles& h, float x, float y, float s, float length)
-{
-    const float t = tanf(atanf(s));
-    h.ox = x + length;
-    h.oy = y + t * length;
-}
-
-void inAtAngle(Handles& h, float x, float y, float angle, float length)
-{
-    h.ix = x - cosf(angle) * length;
-    h.iy = y - sinf(angle) * length;
-}
-
-void outAtAngle(Handles& h, float x, float y, float angle, float length)
-{
-    h.ox = x + cosf(angle) * length;
-    h.oy = y + sinf(angle) * length;
-}
-
-void flat(Handles& h, float x, float y, float inLength, float outLength)
-{
-    h.ix = x - inLength;
-    h.iy = y;
-    h.ox = x + outLength;
-    h.oy = y;
-}
-
-} // namespace
 
 bool zeControlPoint2D::computeTangents()
 {
@@ -262,164 +204,20 @@ bool zeControlPoint2D::computeTangents()
     if (!previous && !next)
         return false;
 
-    const float x = position[0];
-    const float y = position[1];
-    const float xa = previous ? previous->position[0] : 0.0f;
-    const float ya = previous ? previous->position[1] : 0.0f;
-    const float xb = next ? next->position[0] : 0.0f;
-    const float yb = next ? next->position[1] : 0.0f;
-    const bool isFirst = !previous;
-    const bool isLast = !next;
-    const bool isInner = previous && next;
-    const float c = (xb - xa) * kThird;
-
-    Handles h = {x, y, x, y};
-    const TangentMode length = tangentLengthMode;
-
-    switch (tangentType) {
-    case TangentLinear:
-        if (length == TangentSmooth) {
-            if (isFirst) {
-                const float l = (xb - x) * kThird;
-                h.ix = x - l;
-                h.iy = y;
-                outAlong(h, x, y, slope(x, y, xb, yb), l);
-            } else if (isLast) {
-                const float l = (x - xa) * kThird;
-                inAlong(h, x, y, slope(xa, ya, x, y), l);
-                h.ox = x + l;
-                h.oy = y;
-            } else {
-                const float l = (xb - xa) * kThird;
-                inAtAngle(h, x, y, atanf(slope(xa, ya, x, y)), l);
-                outAtAngle(h, x, y, atanf(slope(x, y, xb, yb)), l);
-            }
-        } else if (length == TangentLengthHalf) {
-            if (isFirst) {
-                const float l = (xb - x) / 2.0f;
-                h.ix = x - l;
-                h.iy = y;
-                outAlong(h, x, y, slope(x, y, xb, yb), l);
-            } else if (isLast) {
-                const float l = (x - xa) / 2.0f;
-                inAlong(h, x, y, slope(xa, ya, x, y), l);
-                h.ox = x + l;
-                h.oy = y;
-            } else {
-                inAlong(h, x, y, slope(xa, ya, x, y), (x - xa) / 2.0f);
-                outAlong(h, x, y, slope(x, y, xb, yb), (xb - x) / 2.0f);
-            }
-        } else if (length == TangentLengthFixed) {
-            if (isFirst) {
-                h.ix = x - 2.0f;
-                h.iy = y;
-                outAtAngle(h, x, y, atanf(slope(x, y, xb, yb)), 2.0f);
-            } else if (isLast) {
-                inAtAngle(h, x, y, atanf(slope(xa, ya, x, y)), 2.0f);
-                h.ox = x + 2.0f;
-                h.oy = y;
-            } else {
-                inAtAngle(h, x, y, atanf(slope(xa, ya, x, y)), 2.0f);
-                outAtAngle(h, x, y, atanf(slope(x, y, xb, yb)), 2.0f);
-            }
-        }
-        break;
-
-    case TangentFlat:
-        if (length == TangentSmooth) {
-            const float d = isFirst ? xb - x : (isLast ? x - xa : xb - xa);
-            flat(h, x, y, d * kThird, d * kThird);
-        } else if (length == TangentLengthHalf) {
-            if (isInner) {
-                flat(h, x, y, capped((x - xa) / 2.0f, c), capped((xb - x) / 2.0f, c));
-            } else {
-                const float d = isFirst ? xb - x : x - xa;
-                flat(h, x, y, d / 2.0f, d / 2.0f);
-            }
-        } else if (length == TangentLengthFixed) {
-            flat(h, x, y, 2.0f, 2.0f);
-        }
-        break;
-
-    case TangentSmooth:
-        if (length == TangentSmooth) {
-            float dx = 0.0f;
-            float dy = 0.0f;
-            if (isFirst) {
-                dx = xb - x;
-                dy = yb - y;
-            } else if (isLast) {
-                dx = x - xa;
-                dy = y - ya;
-            } else {
-                dx = xb - xa;
-                dy = yb - ya;
-            }
-            h.ix = x - dx * kThird;
-            h.iy = y - dy * kThird;
-            h.ox = x + dx * kThird;
-            h.oy = y + dy * kThird;
-        } else if (length == TangentLengthHalf) {
-            if (isFirst) {
-                const float s = slope(x, y, xb, yb);
-                const float l = (xb - x) / 2.0f;
-                inAlong(h, x, y, s, l);
-                outAlong(h, x, y, s, l);
-            } else if (isLast) {
-                const float s = slope(xa, ya, x, y);
-                const float l = (x - xa) / 2.0f;
-                inAlong(h, x, y, s, l);
-                outAlong(h, x, y, s, l);
-            } else {
-                const float s = slope(xa, ya, xb, yb);
-                inAlong(h, x, y, s, capped((x - xa) / 2.0f, c));
-                outAlong(h, x, y, s, capped((xb - x) / 2.0f, c));
-            }
-        } else if (length == TangentLengthFixed) {
-            const float s =
-                isFirst ? slope(x, y, xb, yb) : (isLast ? slope(xa, ya, x, y) : slope(xa, ya, xb, yb));
-            const float a = atanf(s);
-            inAtAngle(h, x, y, a, 2.0f);
-            outAtAngle(h, x, y, a, 2.0f);
-        }
-        break;
-
-    case TangentForward:
-        if (isLast) {
-            // The last key has no next key to point at: its handles are flat.
-            if (length == TangentSmooth)
-                flat(h, x, y, (x - xa) * kThird, (x - xa) * kThird);
-            else if (length == TangentLengthHalf)
-                flat(h, x, y, (x - xa) / 2.0f, (x - xa) / 2.0f);
-            else if (length == TangentLengthFixed)
-                flat(h, x, y, 2.0f, 2.0f);
-        } else if (length == TangentSmooth) {
-            const float s = slope(x, y, xb, yb);
-            const float l = isFirst ? (xb - x) * kThird : (xb - xa) * kThird;
-            inAlong(h, x, y, s, l);
-            outAlong(h, x, y, s, l);
-        } else if (length == TangentLengthHalf) {
-            const float s = slope(x, y, xb, yb);
-            if (isFirst) {
-                const float l = (xb - x) / 2.0f;
-                inAlong(h, x, y, s, l);
-                outAlong(h, x, y, s, l);
-            } else {
-                inAlong(h, x, y, s, capped((x - xa) / 2.0f, c));
-                outAlong(h, x, y, s, capped((xb - x) / 2.0f, c));
-            }
-        } else if (length == TangentLengthFixed) {
-            const float a = atanf(slope(x, y, xb, yb));
-            inAtAngle(h, x, y, a, 2.0f);
-            outAtAngle(h, x, y, a, 2.0f);
-        }
-        break;
-
-    default:
-        // TangentNone and unknown types collapse both handles onto the key.
-        break;
+    zeCurveKernel::TangentInput key = {};
+    key.x = position[0];
+    key.y = position[1];
+    key.hasPrevious = previous != nullptr;
+    key.hasNext = next != nullptr;
+    if (previous) {
+        key.xa = previous->position[0];
+        key.ya = previous->position[1];
     }
-
+    if (next) {
+        key.xb = next->position[0];
+        key.yb = next->position[1];
+    }
+    const zeCurveKernel::Handles h = zeCurveKernel::tangentHandles(tangentType, tangentLengthMode, key);
     inTangentPoint->writePosition(h.ix, h.iy);
     outTangentPoint->writePosition(h.ox, h.oy);
     return true;

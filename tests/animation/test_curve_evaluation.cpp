@@ -185,6 +185,8 @@ TEST_F(CurveEvaluationTest, EditsBetweenEvaluationsAreSeen)
 }
 
 // ---- Tangents ---------------------------------------------------------------------------------
+// The rules cell by cell are tested on the kernel (test_curve_kernel.cpp); here, that keys reach
+// them with the right neighbours, and when they do not.
 
 class TangentTest : public CurveEvaluationTest
 {
@@ -232,73 +234,6 @@ TEST_F(TangentTest, FreeKeysAndLoneKeysAreLeftAlone)
     // The lone key now has a neighbour and gets handles.
     EXPECT_TRUE(lone->computeTangents());
     EXPECT_EQ(2.0f, lone->getInTangentX());
-}
-
-TEST_F(TangentTest, LinearEndKeysPointTheOutwardHandleFlat)
-{
-    zeControlPoint2D* first = key(0.0f, 0.0f, CP::TangentLinear);
-    zeControlPoint2D* last = key(4.0f, 8.0f, CP::TangentLinear);
-    first->computeTangents();
-    // First key: in-handle flat, out-handle along the chord (slope 2) by half the interval.
-    expectHandles(first, -2.0f, 0.0f, 2.0f, 4.0f);
-    // Last key: in-handle along the chord, out-handle flat.
-    expectHandles(last, 2.0f, 4.0f, 6.0f, 8.0f);
-
-    // Length mode 4: a third of the interval; fixed length 2: Euclidean length along the chord.
-    first->setTangentLengthMode(CP::TangentSmooth);
-    last->setTangentLengthMode(CP::TangentLengthFixed);
-    first->computeTangents();
-    last->computeTangents();
-    const float l = 4.0f * 0.33333334f;
-    expectHandles(first, -l, 0.0f, l, 2.0f * l);
-    const float c = cosf(atanf(2.0f)) * 2.0f;
-    const float s = sinf(atanf(2.0f)) * 2.0f;
-    expectHandles(last, 4.0f - c, 8.0f - s, 6.0f, 8.0f);
-}
-
-TEST_F(TangentTest, LinearInnerKeysAreNotCappedWhileTheOthersAre)
-{
-    key(0.0f, 0.0f, CP::TangentFree);
-    key(10.0f, 10.0f, CP::TangentFree);
-    zeControlPoint2D* k = key(8.0f, 0.0f, CP::TangentLinear);
-    // Half of the left interval is 4, above the cap 10/3: linear keeps 4.
-    expectHandles(k, 4.0f, 0.0f, 9.0f, 5.0f);
-    k->setTangentType(CP::TangentForward);
-    k->computeTangents();
-    // Forward: slope to the next key (5) for both handles, the in-handle capped at 10/3.
-    const float cap = 10.0f * 0.33333334f;
-    expectHandles(k, 8.0f - cap, 0.0f - tanf(atanf(5.0f)) * cap, 9.0f, tanf(atanf(5.0f)) * 1.0f);
-}
-
-TEST_F(TangentTest, ForwardLastKeyIsFlatAndUnknownModesCollapse)
-{
-    key(0.0f, 0.0f, CP::TangentFree);
-    zeControlPoint2D* last = key(6.0f, 3.0f, CP::TangentForward);
-    expectHandles(last, 3.0f, 3.0f, 9.0f, 3.0f);
-    last->setTangentLengthMode(CP::TangentLengthFixed);
-    last->computeTangents();
-    expectHandles(last, 4.0f, 3.0f, 8.0f, 3.0f);
-
-    last->setTangentLengthMode(CP::TangentNone);
-    EXPECT_TRUE(last->computeTangents());
-    expectHandles(last, 6.0f, 3.0f, 6.0f, 3.0f);
-    last->setTangentLengthMode(CP::TangentSmooth);
-    last->setTangentType(static_cast<Mode>(3));
-    EXPECT_TRUE(last->computeTangents());
-    expectHandles(last, 6.0f, 3.0f, 6.0f, 3.0f);
-}
-
-TEST_F(TangentTest, SmoothFixedLengthIsEuclidean)
-{
-    key(0.0f, 0.0f, CP::TangentFree);
-    key(4.0f, 4.0f, CP::TangentFree);
-    zeControlPoint2D* k = key(2.0f, 1.0f, CP::TangentSmooth, CP::TangentLengthFixed);
-    const float dx = k->getOutTangentX() - k->getX();
-    const float dy = k->getOutTangentY() - k->getY();
-    EXPECT_NEAR(2.0f, std::sqrt(dx * dx + dy * dy), 1e-6f);
-    EXPECT_FLOAT_EQ(1.0f, dy / dx); // the slope of the chord between the neighbours
-    EXPECT_FLOAT_EQ(k->getX() - dx, k->getInTangentX());
-    EXPECT_FLOAT_EQ(k->getY() - dy, k->getInTangentY());
 }
 
 TEST_F(TangentTest, InsertingAKeyRecomputesItsNeighbours)
