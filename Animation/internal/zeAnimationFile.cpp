@@ -1,4 +1,5 @@
 #include "zeAnimationFile.h"
+#include "zeAnimationRevision.h"
 
 #include "zeAnimationIdIndex.h"
 #include <zeAnimation/zeAnimationCurve2D.h>
@@ -1842,6 +1843,7 @@ void zeAnimationFile::Loader::link(const zeAnimationFile::Element& element, osg:
                 curve->setAnimationField(field);
             } else {
                 curve->fieldId = fieldId;
+                zeAnimationRevision::bump();
                 curve->setColor(zeAnimationUtils::getDefaultCurveColor(nullptr));
             }
         }

@@ -13,7 +13,9 @@
 #include <zeOpenSGUtils/zeOpenSGUtils.h>
 #include <zeUtils/zeMessage.h>
 
+#include "zeAnimationRevision.h"
 #include "zeCurveKernel.h"
+#include "zeEvaluationPlan.h"
 
 #include <algorithm>
 #include <chrono>
@@ -21,7 +23,9 @@
 #include <cstdio>
 #include <iterator>
 #include <limits>
+#include <memory>
 #include <mutex>
+#include <unordered_map>
 #include <unordered_set>
 
 float zeAnimationController::_fps = 25.0f;
@@ -65,11 +69,6 @@ void objectRange(const zeAnimationObject* object, float& b, float& e)
         b = object->getBegin();
         e = object->getEnd();
     }
-}
-
-float repeatWrap(float frame, float b, float e)
-{
-    return frame - floorf((frame - b) / (e - b)) * (e - b);
 }
 
 // A whole frame as the int the host is told; frames beyond the int range saturate.
@@ -184,67 +183,7 @@ osg::PerspectiveCamera2Ptr zeAnimationController::getMainCamera()
 
 // ---- Evaluation -------------------------------------------------------------------------------
 
-void zeAnimationController::collectCurvesWithFrame(zeAnimationObject* object, float frame,
-                                                   CurveFrameMap& past, CurveFrameMap& active,
-                                                   CurveFrameMap& future, bool motionBlurOnly)
-{
-    if (!object)
-        return;
-    float b = 0.0f;
-    float e = 0.0f;
-    objectRange(object, b, e);
-    const float local = object->isRepeating() ? repeatWrap(frame, b, e) : frame;
-    // Up to a block, the curves below an object are its own; deeper containers recurse.
-    if (object->getTypeID() <= zeAnimationObject::TypeUnit) {
-        // The comparisons use the unwrapped frame and the object's own interval; only the stored
-        // local frame is wrapped.
-        const float objectBegin = object->getBegin();
-        const float objectEnd = object->getEnd();
-        // The curve identifiers are resolved in place rather than through getCurves(), which
-        // would build a list per object on every frame.
-        for (zeAnimationCurve2D* curve : object->getResolvedCurves()) {
-            if (motionBlurOnly) {
-                if (curve->getMotionBlur() && objectBegin <= frame && frame <= objectEnd)
-                    active.push_back(CurveFrame{objectBegin, curve, local});
-            } else if (objectBegin > frame) {
-                future.push_back(CurveFrame{objectEnd, curve, local});
-            } else if (objectEnd < frame) {
-                past.push_back(CurveFrame{objectBegin, curve, local});
-            } else {
-                active.push_back(CurveFrame{objectBegin, curve, local});
-            }
-        }
-        return;
-    }
-    // Containers pass the unwrapped frame down; their own repeat wrap does not reach the children.
-    for (osg::UInt64 childId : object->getChildIds()) {
-        if (zeAnimationObject* child = object->resolveChild(childId))
-            collectCurvesWithFrame(child, frame, past, active, future, motionBlurOnly);
-    }
-}
-
 namespace {
-
-// Reads one curve at a local frame, clamped to the curve's own ends unless it repeats, and
-// stores the result into its field.
-void readCurve(zeAnimationCurve2D* curve, float frame, std::vector<zeAnimationField*>& changed)
-{
-    if (!curve || !curve->isActive())
-        return;
-    float f = frame;
-    if (curve->getBegin() > f && !curve->isRepeating())
-        f = curve->getBegin();
-    else if (curve->getEnd() < f && !curve->isRepeating())
-        f = curve->getEnd();
-    float value = 0.0f;
-    if (!zeAnimationController::computeCurveValue(curve, f, value))
-        return;
-    zeAnimationField* field = curve->getAnimationField();
-    if (!field)
-        return;
-    field->value = value;
-    changed.push_back(field);
-}
 
 void readAt(zeAnimationCurve2D* curve, float frame, std::vector<zeAnimationField*>& changed)
 {
@@ -260,45 +199,50 @@ void readAt(zeAnimationCurve2D* curve, float frame, std::vector<zeAnimationField
 
 } // namespace
 
+namespace {
+
+// The plans of the objects evaluated so far, by identifier. A plan is rebuilt when the pool
+// changed; idle plans are dropped when the set grows large, as objects come and go.
+typedef std::unordered_map<osg::UInt64, std::unique_ptr<zeEvaluationPlan>> PlanMap;
+
+PlanMap& plans()
+{
+    static PlanMap byId;
+    return byId;
+}
+
+const std::size_t kMaxPlans = 4096;
+
+void evaluateWithPlan(zeAnimationObject* object, float frame, bool motionBlurOnly)
+{
+    PlanMap& all = plans();
+    PlanMap::iterator found = all.find(object->getId());
+    if (found == all.end()) {
+        if (all.size() >= kMaxPlans) {
+            for (PlanMap::iterator it = all.begin(); it != all.end();)
+                it = it->second->busy() ? std::next(it) : all.erase(it);
+        }
+        found = all.emplace(object->getId(), std::unique_ptr<zeEvaluationPlan>(new zeEvaluationPlan)).first;
+    }
+    if (!found->second->busy()) {
+        found->second->evaluate(object, frame, motionBlurOnly);
+        return;
+    }
+    // Evaluated again from inside its own scene writes (through a host callback): a plan of its
+    // own for this call.
+    zeEvaluationPlan nested;
+    nested.evaluate(object, frame, motionBlurOnly);
+}
+
+} // namespace
+
 bool zeAnimationController::evaluateObject(zeAnimationObject* object, float frame, bool motionBlurOnly)
 {
     if (!object)
         return true;
     // Writing the scene may call the host's camera, which may destroy this object.
     const zeAnimationObject::Watch watched(object);
-    // The scratch lists are taken over for the duration of the call (and handed back after), so a
-    // host callback that evaluates again meanwhile works on lists of its own.
-    CurveFrameMap past;
-    CurveFrameMap active;
-    CurveFrameMap future;
-    std::vector<zeAnimationField*> changed;
-    past.swap(pastScratch);
-    active.swap(activeScratch);
-    future.swap(futureScratch);
-    changed.swap(changedFields);
-    past.clear();
-    active.clear();
-    future.clear();
-    changed.clear();
-    collectCurvesWithFrame(object, frame, past, active, future, motionBlurOnly);
-    const auto byKey = [](const CurveFrame& a, const CurveFrame& b) { return a.key < b.key; };
-    std::stable_sort(past.begin(), past.end(), byKey);
-    std::stable_sort(active.begin(), active.end(), byKey);
-    std::stable_sort(future.begin(), future.end(), byKey);
-
-    // Not yet started objects show their first value, finished ones their last, running ones
-    // override both; among equals the later-starting object wins.
-    for (CurveFrameMap::reverse_iterator it = future.rbegin(); it != future.rend(); ++it)
-        readCurve(it->curve, it->frame, changed);
-    for (const CurveFrame& entry : past)
-        readCurve(entry.curve, entry.frame, changed);
-    for (const CurveFrame& entry : active)
-        readCurve(entry.curve, entry.frame, changed);
-    updateAnimationFields(changed);
-    pastScratch.swap(past);
-    activeScratch.swap(active);
-    futureScratch.swap(future);
-    changedFields.swap(changed);
+    evaluateWithPlan(object, frame, motionBlurOnly);
     object = watched.get();
     if (!object)
         return true; // destroyed by the host: nothing of it plays on
@@ -308,8 +252,8 @@ bool zeAnimationController::evaluateObject(zeAnimationObject* object, float fram
     float b = 0.0f;
     float e = 0.0f;
     objectRange(object, b, e);
-    const float f = object->isRepeating() ? repeatWrap(frame, b, e) : frame;
-    const bool finished = (f < b && object->getReversePlay()) || (f > e && !object->getReversePlay());
+    const bool finished =
+        zeCurveKernel::playedPast(frame, b, e, object->isRepeating(), object->getReversePlay());
 
     const float whole = std::trunc(frame);
     const bool newWholeFrame = whole != object->getLastFullFrame();
@@ -401,22 +345,22 @@ void zeAnimationController::evaluateCurves(const std::vector<zeAnimationCurve2D*
 void zeAnimationController::updateAnimationFields(const std::vector<zeAnimationField*>& fields)
 {
     // A write may call the host's camera, which may destroy fields of this very batch: once the
-    // field registry changed, a field is written only while the registry still holds it.
+    // pool changed, a field is written only while the registry still holds it.
     const zeAnimationManager* m = manager();
-    const osg::UInt64 epoch = m->getFieldEpoch();
+    const osg::UInt64 epoch = zeAnimationRevision::current();
     std::size_t i = 0;
-    for (; i < fields.size() && m->getFieldEpoch() == epoch; ++i)
+    for (; i < fields.size() && zeAnimationRevision::current() == epoch; ++i)
         zeAnimationUtils::setOSGFieldValue(fields[i]);
     if (i == fields.size())
         return;
     std::unordered_set<const zeAnimationField*> live;
-    osg::UInt64 liveEpoch = ~m->getFieldEpoch();
+    osg::UInt64 liveEpoch = ~zeAnimationRevision::current();
     for (; i < fields.size(); ++i) {
-        if (liveEpoch != m->getFieldEpoch()) {
+        if (liveEpoch != zeAnimationRevision::current()) {
             live.clear();
             for (const zeAnimationManager::FieldMap::value_type& entry : m->getFields())
                 live.insert(entry.second);
-            liveEpoch = m->getFieldEpoch();
+            liveEpoch = zeAnimationRevision::current();
         }
         if (live.count(fields[i]))
             zeAnimationUtils::setOSGFieldValue(fields[i]);
@@ -535,7 +479,7 @@ void zeAnimationController::playLoop()
         frame = -frame;
     frame += _start;
     if (_repeat)
-        frame = repeatWrap(frame, _begin, _end);
+        frame = zeCurveKernel::repeatWrap(frame, _begin, _end);
     if (_forcePlayLoopFullFrame)
         frame = roundHalfAway(frame);
     setCurrentFrame(frame, PlayGlobal);

@@ -46,17 +46,6 @@ public:
     typedef bool (*IsSimulationEnableCB)();
     typedef void (*FrameListenerCB)();
 
-    // Ordered by begin, then by insertion; each entry is a curve with the local frame to read.
-    struct CurveFrame
-    {
-        float key;                 // the owning object's begin (its end for the future list)
-        zeAnimationCurve2D* curve; // the curve to read
-        float frame;               // the local frame to read it at
-    };
-    // Entries in collection order; evaluation sorts them stably by key, which orders them as a
-    // multimap from key to (curve, frame) would, without an allocation per entry.
-    typedef std::vector<CurveFrame> CurveFrameMap;
-
     static zeAnimationController* the();
 
     // ---- Plain state ----------------------------------------------------------------------
@@ -176,8 +165,6 @@ public:
     zeAnimationController& operator=(zeAnimationController&&) = default;
 
 private:
-    void collectCurvesWithFrame(zeAnimationObject* object, float frame, CurveFrameMap& past,
-                                CurveFrameMap& active, CurveFrameMap& future, bool motionBlurOnly);
     void enqueueWaitingObjects();
     static void showGlobalFrame(float frame);
     void gotoGlobal(zeAnimationObject* object, bool atEnd);
@@ -221,12 +208,6 @@ private:
     osg::UInt64 currentObject;
     std::vector<osg::UInt64> currentCurves;
     bool evaluateActiveUnits;
-
-    // Scratch space reused by every evaluation so that a frame allocates nothing once warm.
-    std::vector<zeAnimationField*> changedFields;
-    CurveFrameMap pastScratch;
-    CurveFrameMap activeScratch;
-    CurveFrameMap futureScratch;
 };
 
 #endif // ZEANIMATIONCONTROLLER_H

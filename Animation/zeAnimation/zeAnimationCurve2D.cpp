@@ -8,6 +8,7 @@
 #include <OpenSG/OSGFieldContainerFactory.h>
 #include <OpenSG/OSGNodeCore.h>
 
+#include "zeAnimationRevision.h"
 #include "zeCurveKernel.h"
 
 #include <algorithm>
@@ -46,14 +47,14 @@ zeAnimationCurve2D::zeAnimationCurve2D(const std::string& curveName, osg::UInt64
     // The curve's own identifier in its own curve set is what carries it up the tree when it is
     // added to a block, and what lets its triggerLoop run.
     curveIds.insert(id);
-    touchSummaries();
+    zeAnimationRevision::bump();
 }
 
 zeAnimationCurve2D::zeAnimationCurve2D(const zeAnimationCurve2D& other) : zeAnimationCurve2D()
 {
     id = manager()->createUID();
     curveIds.insert(id);
-    touchSummaries();
+    zeAnimationRevision::bump();
     name = other.name;
     fieldId = other.fieldId;
     color = other.color;
@@ -107,6 +108,7 @@ void zeAnimationCurve2D::setLocked(bool value)
 
 void zeAnimationCurve2D::setAnimationField(zeAnimationField* field)
 {
+    zeAnimationRevision::bump(); // playback writes elsewhere now
     if (!field) {
         fieldId = 0;
         return;
@@ -117,17 +119,7 @@ void zeAnimationCurve2D::setAnimationField(zeAnimationField* field)
 
 zeAnimationField* zeAnimationCurve2D::getAnimationField() const
 {
-    if (fieldId == 0)
-        return nullptr;
-    // Playback asks for the field of every curve on every frame; the lookup is repeated only
-    // after the field registry changed.
-    const zeAnimationManager* m = manager();
-    if (boundField.id != fieldId || boundField.epoch != m->getFieldEpoch()) {
-        boundField.field = m->getField(fieldId);
-        boundField.id = fieldId;
-        boundField.epoch = m->getFieldEpoch();
-    }
-    return boundField.field;
+    return fieldId != 0 ? manager()->getField(fieldId) : nullptr;
 }
 
 osg::NodePtr zeAnimationCurve2D::getParentOSGNode() const
@@ -157,25 +149,13 @@ osg::NodePtr zeAnimationCurve2D::getParentOSGNode() const
 
 bool zeAnimationCurve2D::keyCacheIsFresh() const
 {
-    const KeyCache& c = keyCache;
-    if (!c.built || c.positionEpoch != zeControlPoint2D::getPositionEpoch() ||
-        c.childListEpoch != getChildListEpoch())
-        return false;
-    const zeAnimationManager* m = manager();
-    // While every child resolves, a newly registered object cannot change what they resolve to.
-    return c.registryRemovals == m->getRegistryRemovals() &&
-           (c.complete || c.registryAdditions == m->getRegistryAdditions());
+    return keyCache.built && keyCache.revision == zeAnimationRevision::current();
 }
 
 void zeAnimationCurve2D::stampKeyCache() const
 {
-    KeyCache& c = keyCache;
-    const zeAnimationManager* m = manager();
-    c.positionEpoch = zeControlPoint2D::getPositionEpoch();
-    c.childListEpoch = getChildListEpoch();
-    c.registryRemovals = m->getRegistryRemovals();
-    c.registryAdditions = m->getRegistryAdditions();
-    c.built = true;
+    keyCache.revision = zeAnimationRevision::current();
+    keyCache.built = true;
 }
 
 void zeAnimationCurve2D::rebuildKeyCache() const
@@ -302,6 +282,8 @@ bool zeAnimationCurve2D::insertKeyInOrder(zeControlPoint2D* key)
     w.points.insert(w.points.begin() + at, key);
     w.nodes.insert(w.nodes.begin() + at, node);
     ++w.keyCount;
+    zeAnimationRevision::bump(); // the child list changed, in step with the cache
+    w.revision = zeAnimationRevision::current();
     foldExtreme(at, true);
     return true;
 }
@@ -339,6 +321,8 @@ bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
         return false;
     KeyCache& w = keyCache;
     childIds.erase(w.nodes[at]);
+    zeAnimationRevision::bump(); // the child list changed, in step with the cache
+    w.revision = zeAnimationRevision::current();
     if (w.lowAt == at || w.highAt == at) {
         w.extremes = false;
     } else {
@@ -357,12 +341,13 @@ bool zeAnimationCurve2D::recomputeTangents(zeControlPoint2D* key)
 {
     // Validated first, so that the neighbour lookup inside finds it fresh.
     validKeyCache();
-    const osg::UInt64 before = zeControlPoint2D::getPositionEpoch();
+    const osg::UInt64 before = zeAnimationRevision::current();
     const bool written = key->computeTangents();
     // computeTangents writes the two handles and nothing else. Handles are never registered, so
     // they are in no key cache: when exactly those writes happened, the cache still holds.
-    if (keyCache.built && zeControlPoint2D::getPositionEpoch() == before + (written ? 2u : 0u))
-        keyCache.positionEpoch = zeControlPoint2D::getPositionEpoch();
+    if (keyCache.built && keyCache.revision == before &&
+        zeAnimationRevision::current() == before + (written ? 2u : 0u))
+        keyCache.revision = zeAnimationRevision::current();
     return written;
 }
 
@@ -621,6 +606,7 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
     const bool wasEmpty = childIds.empty();
     if (!insertKeyInOrder(key)) {
         childIds.push_back(key->getId());
+        zeAnimationRevision::bump();
         dropKeyCache();
         sortObjectsByBegin();
     }
@@ -630,7 +616,7 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
     if (curveIds.count(id) == 0) {
         // The curve lost its own entry when its last key went; it comes back with this key.
         curveIds.insert(id);
-        touchSummaries();
+        zeAnimationRevision::bump();
         updateBy(this, Add, true);
     } else {
         updateBy(key, Add, true);
@@ -652,6 +638,7 @@ zeAnimationObject* zeAnimationCurve2D::subObject(zeAnimationObject* object, bool
         if (!found.first)
             return nullptr;
         childIds.erase(found.second);
+        zeAnimationRevision::bump();
         dropKeyCache();
     }
     key->parentId = 0;
@@ -668,12 +655,12 @@ zeAnimationObject* zeAnimationCurve2D::subObject(zeAnimationObject* object, bool
     if (destroy) {
         zeAnimationManager* m = manager();
         const bool fresh = erasedInStep && keyCacheIsFresh();
-        const osg::UInt64 before = m->getRegistryRemovals();
+        const osg::UInt64 before = zeAnimationRevision::current();
         m->destroyPoint2D(key);
         // Erased in step, the key is in neither the list nor the cache, and its registry entry
-        // named no key the cache holds: when that entry was the only one to go, the cache holds.
-        if (fresh && m->getRegistryRemovals() == before + 1)
-            keyCache.registryRemovals = m->getRegistryRemovals();
+        // named no key the cache holds: when that entry was the only change, the cache holds.
+        if (fresh && zeAnimationRevision::current() == before + 1)
+            keyCache.revision = zeAnimationRevision::current();
         return nullptr;
     }
     return key;
@@ -778,7 +765,7 @@ void zeAnimationCurve2D::assignKeys(const std::vector<zeControlPoint2D*>& points
         m->destroyPoint2D(loser);
     }
     curveIds.insert(id);
-    touchSummaries();
+    zeAnimationRevision::bump();
     updateBy(this, kept.empty() ? Remove : Add, propagate);
 }
 
@@ -832,8 +819,8 @@ void zeAnimationCurve2D::placeKey(zeControlPoint2D* key, const osg::Pnt2f& posit
             at = n;
     }
     const auto finite = [](float x, float y) { return std::isfinite(x) && std::isfinite(y); };
-    const osg::UInt64 expected = zeControlPoint2D::getPositionEpoch() +
-                                 (finite(position[0], position[1]) ? 1 : 0) +
+    const bool fresh = keyCacheIsFresh();
+    const osg::UInt64 expected = zeAnimationRevision::current() + (finite(position[0], position[1]) ? 1 : 0) +
                                  (key->getInTangentPoint() && finite(in[0], in[1]) ? 1 : 0) +
                                  (key->getOutTangentPoint() && finite(out[0], out[1]) ? 1 : 0);
     key->setPosition(position);
@@ -843,7 +830,7 @@ void zeAnimationCurve2D::placeKey(zeControlPoint2D* key, const osg::Pnt2f& posit
     // stays strictly between its neighbours, only its entry changes.
     const float x = key->getX();
     KeyCache& w = keyCache;
-    if (at == n || zeControlPoint2D::getPositionEpoch() != expected || (at > 0 && !(w.xs[at - 1] < x)) ||
+    if (at == n || !fresh || zeAnimationRevision::current() != expected || (at > 0 && !(w.xs[at - 1] < x)) ||
         (at + 1 < n && !(x < w.xs[at + 1])))
         return;
     w.xs[at] = x;
@@ -852,7 +839,7 @@ void zeAnimationCurve2D::placeKey(zeControlPoint2D* key, const osg::Pnt2f& posit
         w.extremes = false;
     else
         foldExtreme(at, false);
-    w.positionEpoch = expected;
+    w.revision = expected;
 }
 
 void zeAnimationCurve2D::moveSelectedPointsTo(const osg::Pnt2f& target, bool snapX, bool snapY, bool useTemp)

@@ -107,15 +107,6 @@ protected:
     osg::UInt64 fieldId;
     osg::Color3f color;
 
-private:
-    struct BoundField
-    {
-        zeAnimationField* field = nullptr;
-        osg::UInt64 id = 0;
-        osg::UInt64 epoch = ~osg::UInt64(0);
-    };
-    mutable BoundField boundField;
-
 protected:
     static zeAnimationCurve2D _the;
 
@@ -123,11 +114,9 @@ private:
     // ---- Key cache --------------------------------------------------------------------------
     // getPoints() as sorted arrays, so that evaluation and the neighbour and key lookups neither
     // build a map nor resolve identifiers on every call. It is checked, never trusted: it is
-    // rebuilt when a position was written (the control points' position epoch), a child list
-    // changed (the base class's epoch; this curve's own edits update the cache in step or drop
-    // it), an identifier left the registry, or, while some child does not resolve, an
-    // identifier joined it. A copied curve starts without a cache. Not thread-safe, like the
-    // rest of the model.
+    // rebuilt once the pool's revision moved on from the one it was built at (this curve's own
+    // edits update it in step and take the new revision, or drop it). A copied curve starts
+    // without a cache. Not thread-safe, like the rest of the model.
     struct KeyCache
     {
         KeyCache() = default;
@@ -148,10 +137,7 @@ private:
         // Some key's x is NaN: the map's order is not a strict weak order, so lookups take the
         // literal map-based path.
         bool hasNaN = false;
-        osg::UInt64 positionEpoch = 0;
-        osg::UInt64 childListEpoch = 0;
-        osg::UInt64 registryRemovals = 0;
-        osg::UInt64 registryAdditions = 0;
+        osg::UInt64 revision = 0;
         std::size_t keyCount = 0; // resolved keys, duplicates at one x included
         std::vector<float> xs;
         std::vector<float> ys;

@@ -38,24 +38,6 @@ protected:
     void setId(osg::UInt64 value) { id = value; }
 
     osg::UInt64 id;
-
-private:
-    friend class zeAnimationUtils;
-    // Where zeAnimationUtils::setOSGFieldValue last wrote this field: the scene container and its
-    // field, found once by name and reused as long as the factory still returns that container
-    // for fcID and name and component are unchanged. A cache only: never copied, never owned.
-    struct SceneBinding
-    {
-        const void* container = nullptr;
-        osg::UInt32 containerId = 0;
-        osg::UInt32 typeId = 0;
-        osg::UInt32 valuePos = 0;
-        std::string name;
-        void* sceneField = nullptr; // the osg::Field inside the container
-        int kind = 0;
-        osg::BitVector mask = 0;
-    };
-    SceneBinding binding;
 };
 
 #endif // ZEANIMATIONFIELD_H

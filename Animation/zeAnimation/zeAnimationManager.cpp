@@ -3,6 +3,7 @@
 #include "zeAnimationFile.h"
 #include "zeAnimationHelpers.h"
 #include "zeAnimationIdIndex.h"
+#include "zeAnimationRevision.h"
 #include <zeAnimation/zeAnimationController.h>
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
@@ -51,8 +52,7 @@ zeAnimationManager* zeAnimationManager::the()
 
 zeAnimationManager::zeAnimationManager()
     : QObject(nullptr), _oldID(0), _newID(0), _objectIndex(new zeAnimationIdIndex<zeAnimationObject>()),
-      _registryRemovals(0), _registryAdditions(0), _fieldIndex(new zeAnimationIdIndex<zeAnimationField>()),
-      _fieldEpoch(0), _bulkSurvivors(nullptr)
+      _fieldIndex(new zeAnimationIdIndex<zeAnimationField>()), _bulkSurvivors(nullptr)
 {}
 
 zeAnimationManager::~zeAnimationManager()
@@ -71,7 +71,7 @@ zeAnimationManager::~zeAnimationManager()
     _objectIndex->clear();
     _fields.clear();
     _fieldIndex->clear();
-    ++_fieldEpoch;
+    zeAnimationRevision::bump();
 }
 
 void zeAnimationManager::init(QWidget*)
@@ -181,7 +181,7 @@ void zeAnimationManager::setID(osg::UInt64 id, zeAnimationField* field)
         _fields.erase(entry);
         _fields.emplace(target, field);
         _fieldIndex->erase(old);
-        ++_fieldEpoch;
+        zeAnimationRevision::bump();
         _fieldIndex->assign(target, field);
     }
 }
@@ -197,14 +197,17 @@ void zeAnimationManager::registerObject(zeAnimationObject* object)
     // placed without a walk down the tree.
     const bool last = _objects.empty() || _objects.rbegin()->first < object->id;
     _objects.emplace_hint(last ? _objects.end() : _objects.lower_bound(object->id), object->id, object);
-    ++_registryAdditions;
+    // A new object can only be reached from elsewhere as a curve (through curve sets) or as the
+    // child of the parent it names; a fresh key or container on its own changes nothing derived.
+    if (object->parentId != 0 || object->getTypeID() == zeAnimationObject::TypeCurve2D)
+        zeAnimationRevision::bump();
 }
 
 void zeAnimationManager::unregisterObject(osg::UInt64 id)
 {
     _objects.erase(id);
     if (_objectIndex->erase(id))
-        ++_registryRemovals;
+        zeAnimationRevision::bump();
     if (!_copyBufferLive.empty())
         _copyBufferLive.erase(id);
 }
@@ -229,7 +232,7 @@ void zeAnimationManager::registerField(zeAnimationField* field)
 {
     if (_fields.emplace(field->id, field).second)
         _fieldIndex->insert(field->id, field);
-    ++_fieldEpoch;
+    zeAnimationRevision::bump();
 }
 
 template <class T>
@@ -1097,6 +1100,8 @@ void zeAnimationManager::destroyObject(zeAnimationObject* object)
         // are destroyed later in it.
         if (!_bulkSurvivors || _bulkSurvivors->count(parent->id) != 0)
             object->leaveParent();
+        else
+            parent->invalidateChildState(); // its entry for the object would outlive the object
     }
     unregisterPointer(object);
     deleteObject(object);
@@ -1145,7 +1150,7 @@ void zeAnimationManager::destroyField(zeAnimationField* field)
     if (entry != _fields.end()) {
         _fieldIndex->erase(entry->first);
         _fields.erase(entry);
-        ++_fieldEpoch;
+        zeAnimationRevision::bump();
     }
     delete field;
 }
@@ -1214,7 +1219,7 @@ void zeAnimationManager::destroyAllFields()
         delete entry.second;
     _fields.clear();
     _fieldIndex->clear();
-    ++_fieldEpoch;
+    zeAnimationRevision::bump();
 }
 
 void zeAnimationManager::destroyUnreferencedObjectsAndFields()

@@ -107,15 +107,7 @@ public:
     FieldMap getFields() const { return _fields; }
     std::size_t getObjectCount() const { return _objects.size(); }
     std::size_t getFieldCount() const { return _fields.size(); }
-    // Changes whenever a field is registered, renumbered or destroyed.
-    osg::UInt64 getFieldEpoch() const { return _fieldEpoch; }
     bool isObjectNameUnique(const std::string& name) const;
-    // Count how often an identifier left or joined the object registry. Caches of resolved
-    // identifiers compare them with the values they were built at: an entry they hold can only
-    // stop resolving (or resolve to another object) after a removal, and a stale entry can only
-    // start resolving after an addition.
-    osg::UInt64 getRegistryRemovals() const { return _registryRemovals; }
-    osg::UInt64 getRegistryAdditions() const { return _registryAdditions; }
 
     // Scene queries: parentless, visible objects of one type, in identifier order.
     std::vector<zeAnimationUnit*> getSceneUnits() const;
@@ -353,11 +345,8 @@ private:
 
     // Index over _objects: lookups by identifier run on every hierarchy update and frame.
     std::unique_ptr<zeAnimationIdIndex<zeAnimationObject>> _objectIndex;
-    osg::UInt64 _registryRemovals;
-    osg::UInt64 _registryAdditions;
     // The same over _fields: every curve evaluation looks its field up.
     std::unique_ptr<zeAnimationIdIndex<zeAnimationField>> _fieldIndex;
-    osg::UInt64 _fieldEpoch;
     // While destroyAllObjects runs: the objects known to survive the run. Only they are told when
     // a child goes; every other parent is destroyed later in the same run anyway.
     const std::unordered_set<osg::UInt64>* _bulkSurvivors;

@@ -6,14 +6,14 @@
 #include <zeAnimation/zeAnimationSequence.h>
 #include <zeAnimation/zeControlPoint2D.h>
 
+#include "zeAnimationRevision.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
 
 osg::UInt32 zeAnimationObject::_typeID = TypeObject;
-osg::UInt64 zeAnimationObject::_childListEpoch = 0;
-osg::UInt64 zeAnimationObject::_summaryEpoch = 0;
 zeAnimationObject zeAnimationObject::_the;
 
 namespace {
@@ -224,22 +224,26 @@ void zeAnimationObject::mergeSummaries(zeAnimationObject* target, const zeAnimat
     if (!source || (op != Remove && op != Add) ||
         (source != target && source->curveIds.empty() && source->sequenceIds.empty()))
         return;
-    ++_summaryEpoch;
+    // Only a summary that really changes moves the revision: adding a key to a curve merges the
+    // curve's set into its ancestors again, which then already hold it.
+    const std::size_t before = target->curveIds.size() + target->sequenceIds.size();
     if (op == Remove) {
         if (source == target) {
             target->curveIds.clear();
             target->sequenceIds.clear();
-            return;
+        } else {
+            for (osg::UInt64 curveId : source->curveIds)
+                target->curveIds.erase(curveId);
+            for (osg::UInt64 sequenceId : source->sequenceIds)
+                target->sequenceIds.erase(sequenceId);
         }
-        for (osg::UInt64 curveId : source->curveIds)
-            target->curveIds.erase(curveId);
-        for (osg::UInt64 sequenceId : source->sequenceIds)
-            target->sequenceIds.erase(sequenceId);
     } else if (op == Add) {
         if (!source->curveIds.empty())
             target->curveIds.insert(source->curveIds.begin(), source->curveIds.end());
         target->sequenceIds.insert(source->sequenceIds.begin(), source->sequenceIds.end());
     }
+    if (target->curveIds.size() + target->sequenceIds.size() != before)
+        zeAnimationRevision::bump();
 }
 
 void zeAnimationObject::applyUpdate(zeAnimationObject* source, Operation op)
@@ -439,29 +443,13 @@ std::list<zeAnimationObject*> zeAnimationObject::getObjects() const
 
 std::vector<zeAnimationCurve2D*> zeAnimationObject::getCurves() const
 {
-    return getResolvedCurves();
-}
-
-const std::vector<zeAnimationCurve2D*>& zeAnimationObject::getResolvedCurves() const
-{
+    std::vector<zeAnimationCurve2D*> curves;
     const zeAnimationManager* m = manager();
-    ResolvedCurves& cache = resolvedCurveSet;
-    if (cache.valid && cache.summaryEpoch == _summaryEpoch && cache.removals == m->_registryRemovals &&
-        (!cache.missing || cache.registrations == m->_registryAdditions))
-        return cache.curves;
-    cache.curves.clear();
-    cache.missing = false;
     for (osg::UInt64 curveId : curveIds) {
         if (zeAnimationCurve2D* curve = m->getCurve2D(curveId))
-            cache.curves.push_back(curve);
-        else
-            cache.missing = true;
+            curves.push_back(curve);
     }
-    cache.summaryEpoch = _summaryEpoch;
-    cache.removals = m->_registryRemovals;
-    cache.registrations = m->_registryAdditions;
-    cache.valid = true;
-    return cache.curves;
+    return curves;
 }
 
 std::vector<zeAnimationSequence*> zeAnimationObject::getSequencesRecursive() const
@@ -623,7 +611,6 @@ void zeAnimationObject::rebuildChildState() const
     state.entries.reserve(childIds.size());
     for (osg::UInt64 childId : childIds)
         appendToChildState(resolveChild(childId));
-    state.removals = manager()->_registryRemovals;
     state.valid = true;
 }
 
@@ -730,7 +717,7 @@ const zeAnimationObject::ChildState& zeAnimationObject::childStateNow() const
 {
     ChildState& state = childState();
     // Keys do not report changes; a destroyed child may have left an entry behind.
-    if (!state.valid || state.keys || state.removals != manager()->_registryRemovals) {
+    if (!state.valid || state.keys) {
         rebuildChildState();
         return state;
     }
@@ -862,7 +849,7 @@ void zeAnimationObject::sortObjectsByBegin()
     const ChildState& state = childStateNow();
     if (state.sorted)
         return;
-    ++_childListEpoch;
+    zeAnimationRevision::bump();
     bool comparable = true;
     for (const ChildEntry& entry : state.entries)
         comparable = comparable && entry.object && !std::isnan(entry.bounds[0]);
@@ -1134,7 +1121,7 @@ void zeAnimationObject::appendChild(zeAnimationObject* child)
     child->parentId = id;
     const bool wasEmpty = childIds.empty();
     childIds.push_back(child->id);
-    ++_childListEpoch;
+    zeAnimationRevision::bump();
     if (childStateValid())
         appendToChildState(child);
     if (wasEmpty || getTypeID() == TypeStreak)
@@ -1148,7 +1135,7 @@ bool zeAnimationObject::unlinkChild(zeAnimationObject* child)
     if (!found.first)
         return false;
     childIds.erase(found.second);
-    ++_childListEpoch;
+    zeAnimationRevision::bump();
     invalidateChildState();
     noteChange();
     // An entry left behind by a destroyed child may carry an identifier given out again: its
@@ -1177,7 +1164,7 @@ void zeAnimationObject::renumberLinks(osg::UInt64 newId)
             if (childId == id)
                 childId = newId;
         }
-        ++_childListEpoch;
+        zeAnimationRevision::bump();
         parent->invalidateChildState();
     }
     invalidateChildState();
@@ -1190,14 +1177,14 @@ void zeAnimationObject::renumberLinks(osg::UInt64 newId)
         if (holder->sequenceIds.erase(id))
             holder->sequenceIds.insert(newId);
     }
-    ++_summaryEpoch;
+    zeAnimationRevision::bump();
 }
 
 void zeAnimationObject::appendQuietly(zeAnimationObject* child)
 {
     child->parentId = id;
     childIds.push_back(child->id);
-    ++_childListEpoch;
+    zeAnimationRevision::bump();
     invalidateChildState();
 }
 

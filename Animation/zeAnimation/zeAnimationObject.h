@@ -152,16 +152,7 @@ public:
     // ---- Collections ----------------------------------------------------------------------
     std::list<zeAnimationObject*> getObjects() const;
     const ChildList& getChildIds() const { return childIds; }
-    // Increases whenever the base class adds, removes or reorders an entry of any child list, so
-    // caches derived from a child list can tell that it changed.
-    static osg::UInt64 getChildListEpoch() { return _childListEpoch; }
     std::vector<zeAnimationCurve2D*> getCurves() const;
-    // The same curves without building a list; the reference stays valid until the next edit of
-    // the hierarchy or the registry. Playback reads it on every frame.
-    const std::vector<zeAnimationCurve2D*>& getResolvedCurves() const;
-    // Changes whenever any object's curve set changes.
-    static osg::UInt64 getSummaryEpoch() { return _summaryEpoch; }
-    static void touchSummaries() { ++_summaryEpoch; }
     const std::set<osg::UInt64>& getCurveIds() const { return curveIds; }
     std::vector<zeAnimationSequence*> getSequencesRecursive() const;
     const std::set<osg::UInt64>& getSequenceIds() const { return sequenceIds; }
@@ -334,7 +325,8 @@ private:
     // begin, the union of their bounds, and their layout along time. Children report every
     // change of their interval, value range or emptiness (noteChange) and a track every change
     // of its layout, and an appended child joins in step; anything the state cannot follow in
-    // step (a removal, a sort, a renumbering, many changes at once, a registry removal) makes it
+    // step (a removal, a sort, a renumbering, many changes at once, a child destroyed without
+    // unlinking it) makes it
     // rebuild. Keys do not report (their curve keeps its own key cache), so a container holding
     // a key rebuilds on every use.
     struct ChildEntry
@@ -353,7 +345,6 @@ private:
     struct ChildState
     {
         bool valid = false;
-        osg::UInt64 removals = 0;
         std::vector<ChildEntry> entries;
         std::vector<zeAnimationObject*> pending;
         bool sorted = false; // every entry resolves, no begin is NaN, begins never decrease
@@ -436,22 +427,7 @@ private:
     mutable ChildStateHolder childStateHolder;
     mutable std::size_t indexInParent = 0;
 
-    // The curve set resolved to curves, kept while no curve set anywhere changed (the summary
-    // epoch) and the registry lost nothing (or gained nothing while an entry was missing).
-    struct ResolvedCurves
-    {
-        std::vector<zeAnimationCurve2D*> curves;
-        osg::UInt64 summaryEpoch = 0;
-        osg::UInt64 removals = 0;
-        osg::UInt64 registrations = 0;
-        bool missing = false;
-        bool valid = false;
-    };
-    mutable ResolvedCurves resolvedCurveSet;
-    static osg::UInt64 _summaryEpoch;
-
     static osg::UInt32 _typeID;
-    static osg::UInt64 _childListEpoch;
 };
 
 // The type id of each class of the pool, for zeAnimationCast.

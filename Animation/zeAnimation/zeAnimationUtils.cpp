@@ -25,6 +25,8 @@
 #include <zeOpenSGUtils/zeNodeUtils.h>
 #include <zeUtils/zeString.h>
 
+#include "zeSceneAccess.h"
+
 #include <algorithm>
 
 #include <cmath>
@@ -358,6 +360,16 @@ bool writeComponent(const osg::FieldContainerPtr& container, osg::Field* sceneFi
 
 namespace {
 
+std::vector<float> textValues(const std::string& text)
+{
+    // Booleans print as TRUE/FALSE; everything else as numbers.
+    if (text == "TRUE")
+        return std::vector<float>(1, 1.0f);
+    if (text == "FALSE")
+        return std::vector<float>(1, 0.0f);
+    return zeString::getValuesFromString(text);
+}
+
 // The container's single-valued field of that name. A multi-valued field holds no one value to
 // animate (and its text form appends rather than replaces), so it counts as absent.
 osg::Field* singleField(const osg::FieldContainerPtr& container, const std::string& name)
@@ -398,7 +410,7 @@ float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
         }
         std::string text;
         sceneField->getValueByStr(text);
-        const std::vector<float> values = stringValues(text);
+        const std::vector<float> values = textValues(text);
         if (field->valuePos >= values.size())
             return 0.0f;
         return toAnimation(name, values[field->valuePos]);
@@ -432,15 +444,16 @@ float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
 
 std::vector<float> zeAnimationUtils::stringValues(const std::string& text)
 {
-    // Booleans print as TRUE/FALSE; everything else as numbers.
-    if (text == "TRUE")
-        return std::vector<float>(1, 1.0f);
-    if (text == "FALSE")
-        return std::vector<float>(1, 0.0f);
-    return zeString::getValuesFromString(text);
+    return textValues(text);
 }
 
 bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
+{
+    zeSceneTarget target;
+    return zeSceneAccess::writeFieldValue(field, target);
+}
+
+bool zeSceneAccess::writeFieldValue(zeAnimationField* field, zeSceneTarget& binding)
 {
     if (!field)
         return false;
@@ -450,7 +463,6 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         return false;
     // Finding the field by name is the expensive part of a write; a field written before goes
     // straight to the component it found then, as long as its container is still the same one.
-    zeAnimationField::SceneBinding& binding = field->binding;
     if (binding.sceneField && binding.container == container.getCPtr() &&
         binding.containerId == field->fcID && binding.valuePos == field->valuePos &&
         binding.typeId == container->getType().getId() && binding.name == field->name)
@@ -537,7 +549,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         if (attribute == "visible") {
             if (std::isnan(field->value))
                 return false; // NaN is neither shown nor hidden: the node stays as it is
-            const bool visible = floatToBool(field->value);
+            const bool visible = zeAnimationUtils::floatToBool(field->value);
             if (node->getActive() == visible)
                 return true;
             osg::beginEditCP(node, osg::Node::TravMaskFieldMask, 1);
@@ -571,7 +583,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     std::string text;
     sceneField->getValueByStr(text);
     const bool isBool = text == "TRUE" || text == "FALSE";
-    std::vector<float> values = stringValues(text);
+    std::vector<float> values = textValues(text);
     if (field->valuePos >= values.size())
         return false;
     double lowest = 0.0;
@@ -591,7 +603,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
         return false;
     // Compare with what the field will really hold: a boolean or integer field keeps only the
     // rounded value, and a float that rounds to the current value must not notify a change.
-    const float held = isBool     ? (floatToBool(sceneValue) ? 1.0f : 0.0f)
+    const float held = isBool     ? (zeAnimationUtils::floatToBool(sceneValue) ? 1.0f : 0.0f)
                        : integral ? static_cast<float>(wraps ? whole + highest + 1.0 : whole)
                                   : sceneValue;
     if (sameValue(values[field->valuePos], held))
@@ -599,7 +611,7 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     values[field->valuePos] = held;
     std::string written;
     if (isBool) {
-        written = floatToBool(sceneValue) ? "TRUE" : "FALSE";
+        written = zeAnimationUtils::floatToBool(sceneValue) ? "TRUE" : "FALSE";
     } else if (integral) {
         char buffer[64];
         std::snprintf(buffer, sizeof(buffer), "%.0f", whole);

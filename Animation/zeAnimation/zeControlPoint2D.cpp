@@ -3,12 +3,12 @@
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationManager.h>
 
+#include "zeAnimationRevision.h"
 #include "zeCurveKernel.h"
 
 #include <cmath>
 
 osg::UInt32 zeControlPoint2D::_typeID = TypePoint2D;
-osg::UInt64 zeControlPoint2D::_positionEpoch = 0;
 zeControlPoint2D zeControlPoint2D::_the;
 
 zeControlPoint2D::zeControlPoint2D()
@@ -74,8 +74,17 @@ zeControlPoint2D& zeControlPoint2D::operator=(const zeControlPoint2D& other)
     } else {
         destroyHandles();
     }
-    ++_positionEpoch;
+    zeAnimationRevision::bump();
     return *this;
+}
+
+void zeControlPoint2D::writePosition(float x, float y)
+{
+    if (!std::isfinite(x) || !std::isfinite(y))
+        return;
+    position[0] = x;
+    position[1] = y;
+    zeAnimationRevision::bump();
 }
 
 zeControlPoint2D::~zeControlPoint2D()

@@ -5,7 +5,6 @@
 
 #include <OpenSG/OSGVector.h>
 
-#include <cmath>
 #include <string>
 
 // One key of a curve: a point (x = frame, y = value) with two Bezier handles. The handles are
@@ -86,11 +85,6 @@ public:
     // key, a key the curve's map does not hold, and a curve of one key.
     bool computeTangents();
 
-    // Increases whenever any key or handle position is written. Curves compare it with the value
-    // they saw when they cached their keys, so cached positions are never stale.
-    static osg::UInt64 getPositionEpoch() { return _positionEpoch; }
-    static void touchPositions() { ++_positionEpoch; }
-
 protected:
     zeControlPoint2D();
     zeControlPoint2D(const std::string& name, osg::UInt64 id, bool isTangent);
@@ -118,17 +112,9 @@ private:
     void destroyHandles();
     // Every position write of a key or a handle goes through here. Positions are finite: a write
     // of NaN or an infinity is ignored, so keys always have an order and segments a length.
-    void writePosition(float x, float y)
-    {
-        if (!std::isfinite(x) || !std::isfinite(y))
-            return;
-        position[0] = x;
-        position[1] = y;
-        ++_positionEpoch;
-    }
+    void writePosition(float x, float y);
 
     static osg::UInt32 _typeID;
-    static osg::UInt64 _positionEpoch;
 };
 
 #endif // ZECONTROLPOINT2D_H

@@ -6,9 +6,11 @@
 // cached versions must agree with these bit for bit.
 
 #include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeControlPoint2D.h>
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <map>
@@ -191,6 +193,75 @@ inline std::pair<zeControlPoint2D*, zeControlPoint2D*> neighboursAround(const ze
             result.second = point;
     }
     return result;
+}
+
+// An object's evaluation step by step: the curves below it collected into the three lists, each
+// sorted stably by its key, then read in the documented order, the last value for a field
+// winning. Gives the value each field ends with.
+struct CurveAt
+{
+    float key;
+    zeAnimationCurve2D* curve;
+    float frame;
+};
+
+inline void collect(zeAnimationObject* object, float frame, bool motionBlurOnly, std::vector<CurveAt>& past,
+                    std::vector<CurveAt>& active, std::vector<CurveAt>& future)
+{
+    float b = object->getBegin();
+    float e = object->getEnd();
+    if (object->usesPlayRange()) {
+        b = object->getStartPlayRange();
+        e = object->getEndPlayRange();
+    }
+    const float local = object->isRepeating() ? frame - floorf((frame - b) / (e - b)) * (e - b) : frame;
+    if (object->getTypeID() <= 3) {
+        for (zeAnimationCurve2D* curve : object->getCurves()) {
+            if (motionBlurOnly) {
+                if (curve->getMotionBlur() && object->getBegin() <= frame && frame <= object->getEnd())
+                    active.push_back({object->getBegin(), curve, local});
+            } else if (object->getBegin() > frame) {
+                future.push_back({object->getEnd(), curve, local});
+            } else if (object->getEnd() < frame) {
+                past.push_back({object->getBegin(), curve, local});
+            } else {
+                active.push_back({object->getBegin(), curve, local});
+            }
+        }
+        return;
+    }
+    for (zeAnimationObject* child : object->getObjects())
+        collect(child, frame, motionBlurOnly, past, active, future);
+}
+
+inline std::map<zeAnimationField*, float> evaluateObject(zeAnimationObject* object, float frame,
+                                                         bool motionBlurOnly)
+{
+    std::vector<CurveAt> past, active, future;
+    collect(object, frame, motionBlurOnly, past, active, future);
+    const auto byKey = [](const CurveAt& a, const CurveAt& b) { return a.key < b.key; };
+    std::stable_sort(past.begin(), past.end(), byKey);
+    std::stable_sort(active.begin(), active.end(), byKey);
+    std::stable_sort(future.begin(), future.end(), byKey);
+    std::vector<CurveAt> order(future.rbegin(), future.rend());
+    order.insert(order.end(), past.begin(), past.end());
+    order.insert(order.end(), active.begin(), active.end());
+    std::map<zeAnimationField*, float> values;
+    for (const CurveAt& entry : order) {
+        zeAnimationCurve2D* curve = entry.curve;
+        if (!curve->isActive())
+            continue;
+        float f = entry.frame;
+        if (curve->getBegin() > f && !curve->isRepeating())
+            f = curve->getBegin();
+        else if (curve->getEnd() < f && !curve->isRepeating())
+            f = curve->getEnd();
+        float value = 0.0f;
+        zeAnimationField* field = curve->getAnimationField();
+        if (computeCurveValue(curve, f, value) && field)
+            values[field] = value;
+    }
+    return values;
 }
 
 } // namespace reference

@@ -1,7 +1,12 @@
 // Evaluation: which curve wins a field, at which local frame each curve is read, the whole-frame
 // sequence step and the finished test, read back from the scene.
 #include "PlaybackTestSupport.h"
+#include "ReferenceCurveEvaluation.h"
 
+#include <cmath>
+#include <cstring>
+#include <map>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -210,6 +215,132 @@ TEST_F(EvaluationTest, EvaluateShowsCurrentObjectCurvesAndActiveBlocks)
     controller->evaluate(30.0f, false, false, true, false);
     EXPECT_FLOAT_EQ(scene(objectField), at(firstCurve(current), 20.0f));
     EXPECT_FLOAT_EQ(scene(sceneField), at(firstCurve(inScene), 30.0f));
+}
+
+// Playback reads the curves from a plan built from the objects; after any edit it must give what
+// the step-by-step evaluation of the objects gives, bit for bit, field by field.
+TEST_F(EvaluationTest, PlanMatchesTheStepByStepEvaluationThroughEdits)
+{
+    std::mt19937 random(1414);
+    const auto uniform = [&](float low, float high) {
+        return std::uniform_real_distribution<float>(low, high)(random);
+    };
+    const auto pick = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
+    std::vector<zeAnimationField*> fields;
+    for (int i = 0; i < 5; ++i)
+        fields.push_back(translation(static_cast<osg::UInt32>(i % 3)));
+    zeAnimationStrip* clip = manager->createStrip("clip", 0);
+    std::vector<zeAnimationUnit*> blocks;
+    std::vector<zeAnimationCurve2D*> curves;
+    // Free keys get their handles before they join, so that joining is the only change.
+    const auto addKey = [&](zeAnimationCurve2D* c, float x) {
+        zeControlPoint2D* key = manager->createPoint2D(x, uniform(-5.0f, 5.0f), 0);
+        key->setTangentType(random() % 2 == 0 ? zeControlPoint2D::TangentFree
+                                              : zeControlPoint2D::TangentSmooth);
+        if (key->getTangentType() == zeControlPoint2D::TangentFree) {
+            key->setInTangent(osg::Vec2f(x - uniform(0.0f, 3.0f), uniform(-5.0f, 5.0f)));
+            key->setOutTangent(osg::Vec2f(x + uniform(0.0f, 3.0f), uniform(-5.0f, 5.0f)));
+        }
+        c->addObject(key);
+    };
+    for (int b = 0; b < 12; ++b) {
+        zeAnimationUnit* unit = manager->createUnit("block", 0);
+        const float begin = uniform(0.0f, 80.0f);
+        for (int c = 0; c < 1 + b % 3; ++c) {
+            zeAnimationCurve2D* curveOf =
+                manager->createCurve2D(fields[pick(fields.size())], "curve", 0, false);
+            for (int k = 0; k < 2 + b % 4; ++k)
+                addKey(curveOf, begin + 4.0f * k + uniform(0.0f, 3.0f));
+            unit->addObject(curveOf);
+            curves.push_back(curveOf);
+        }
+        clip->insertObject(unit);
+        blocks.push_back(unit);
+    }
+    // Keys made (or detached) earlier join later, so that joining is the only change in between.
+    std::vector<zeControlPoint2D*> loose;
+    zeAnimationCurve2D* holder = manager->createCurve2D();
+    for (int k = 0; k < 40; ++k)
+        addKey(holder, uniform(0.0f, 100.0f));
+    for (zeControlPoint2D* key : reference::keys(holder)) {
+        holder->subObject(key, false);
+        loose.push_back(key);
+    }
+    int compared = 0;
+    for (int step = 0; step < 400; ++step) {
+        zeAnimationUnit* unit = blocks[pick(blocks.size())];
+        zeAnimationCurve2D* c = curves[pick(curves.size())];
+        std::vector<zeControlPoint2D*> keys = reference::keys(c);
+        switch (step % 9) {
+        case 0:
+            if (!keys.empty())
+                keys[pick(keys.size())]->setPosition(osg::Pnt2f(uniform(0.0f, 100.0f), uniform(-5.0f, 5.0f)));
+            break;
+        case 1:
+            if (!loose.empty() && random() % 2 == 0) {
+                c->addObject(loose.back());
+                loose.pop_back();
+            } else {
+                addKey(c, uniform(0.0f, 100.0f));
+            }
+            break;
+        case 2:
+            if (keys.size() > 1) {
+                zeControlPoint2D* key = keys[pick(keys.size())];
+                const bool destroy = random() % 2 == 0;
+                c->subObject(key, destroy);
+                if (!destroy)
+                    loose.push_back(key);
+            }
+            break;
+        case 3:
+            c->setActive(!c->isActive());
+            break;
+        case 4:
+            unit->setRepeating(!unit->isRepeating());
+            break;
+        case 5:
+            unit->setUsePlayRange(!unit->usesPlayRange());
+            unit->setStartPlayRange(unit->getBegin() + 1.0f);
+            unit->setEndPlayRange(unit->getEnd() + 5.0f);
+            break;
+        case 6:
+            if (random() % 2 == 0)
+                unit->move(uniform(-10.0f, 10.0f), true);
+            else
+                unit->setEnd(uniform(0.0f, 120.0f)); // the interval alone, keys unmoved
+            break;
+        case 7:
+            c->setAnimationField(fields[pick(fields.size())]);
+            break;
+        default:
+            if (!keys.empty())
+                keys[pick(keys.size())]->setOutTangentY(uniform(-9.0f, 9.0f));
+            break;
+        }
+        // A few frames after each edit, forward and back, some inside, some beyond the clip.
+        for (int f = 0; f < 3; ++f) {
+            const float frame = uniform(-20.0f, 130.0f);
+            const bool motionBlurOnly = random() % 8 == 0;
+            const std::map<zeAnimationField*, float> expected =
+                reference::evaluateObject(clip, frame, motionBlurOnly);
+            for (zeAnimationField* field : fields)
+                field->value = -777.0f;
+            controller->evaluateObject(clip, frame, motionBlurOnly);
+            for (zeAnimationField* field : fields) {
+                const auto it = expected.find(field);
+                const float want = it == expected.end() ? -777.0f : it->second;
+                EXPECT_EQ(0, std::memcmp(&want, &field->value, sizeof(float)))
+                    << "step " << step << " frame " << frame << ": " << field->value << " instead of "
+                    << want;
+                if (it != expected.end() && !std::isnan(want)) {
+                    EXPECT_EQ(scene(field), want);
+                }
+                ++compared;
+            }
+        }
+    }
+    EXPECT_EQ(compared, 400 * 3 * 5);
 }
 
 } // namespace

@@ -1,0 +1,58 @@
+#ifndef ZEANIMATIONACCESS_H
+#define ZEANIMATIONACCESS_H
+
+// The library's internal code (the file loader) builds and links objects in bulk, which the
+// public operations do one by one with every update on the way. This class is its one way to
+// those protected steps: each public class that offers one declares `friend class
+// zeAnimationAccess;` and nothing else, so the public headers name no internal class but this
+// opaque one, and the steps it exposes are listed here in one place.
+//
+// Internal to the library, never installed.
+
+#include "zeAnimationRevision.h"
+
+#include <zeAnimation/zeAnimationCurve2D.h>
+#include <zeAnimation/zeAnimationManager.h>
+#include <zeAnimation/zeAnimationObject.h>
+#include <zeAnimation/zeAnimationUnit.h>
+
+#include <cstddef>
+#include <vector>
+
+class zeAnimationAccess
+{
+public:
+    // Links a child as the last entry of the parent's child list and does nothing else; once a
+    // subtree is linked, finishAppends brings the summaries, the order and the bounds up to date.
+    static void appendQuietly(zeAnimationObject* parent, zeAnimationObject* child)
+    {
+        parent->appendQuietly(child);
+    }
+    static void finishAppends(zeAnimationObject* object) { object->finishAppends(); }
+
+    // Hands a curve all its keys at once, handles as given; without `propagate` only the curve
+    // itself is updated, not its ancestors.
+    static void assignKeys(zeAnimationCurve2D* curve, const std::vector<zeControlPoint2D*>& keys,
+                           bool propagate)
+    {
+        curve->assignKeys(keys, propagate);
+    }
+
+    // Binds a curve to a field identifier the pool may not hold (yet), keeping what a file said.
+    static void bindFieldId(zeAnimationCurve2D* curve, osg::UInt64 fieldId)
+    {
+        curve->fieldId = fieldId;
+        zeAnimationRevision::bump();
+    }
+
+    static osg::UInt32 parentNodeId(const zeAnimationUnit* unit) { return unit->parentNodeId; }
+    static void setParentNodeId(zeAnimationUnit* unit, osg::UInt32 nodeId) { unit->parentNodeId = nodeId; }
+
+    // Makes room in the registry's index for `more` objects beyond those it holds.
+    static void reserveObjects(zeAnimationManager* manager, std::size_t more)
+    {
+        manager->_objectIndex->reserve(manager->_objects.size() + more);
+    }
+};
+
+#endif // ZEANIMATIONACCESS_H
