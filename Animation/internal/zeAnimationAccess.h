@@ -9,6 +9,7 @@
 //
 // Internal to the library, never installed.
 
+#include "zeAnimationIdIndex.h"
 #include "zeAnimationRevision.h"
 
 #include <zeAnimation/zeAnimationCurve2D.h>
@@ -29,6 +30,11 @@ public:
         parent->appendQuietly(child);
     }
     static void finishAppends(zeAnimationObject* object) { object->finishAppends(); }
+    // Whether `child`, linked below `parent`, keeps the hierarchy a tree no deeper than MaxDepth.
+    static bool canAdopt(const zeAnimationObject* parent, const zeAnimationObject* child)
+    {
+        return parent->canAdopt(child);
+    }
 
     // Hands a curve all its keys at once, handles as given; without `propagate` only the curve
     // itself is updated, not its ancestors.
@@ -47,6 +53,10 @@ public:
 
     static osg::UInt32 parentNodeId(const zeAnimationUnit* unit) { return unit->parentNodeId; }
     static void setParentNodeId(zeAnimationUnit* unit, osg::UInt32 nodeId) { unit->parentNodeId = nodeId; }
+
+    // The manager's registries, read in place (copying a million entries is not cheap).
+    static const zeAnimationManager::ObjectMap& objects() { return zeAnimationManager::the()->_objects; }
+    static const zeAnimationManager::FieldMap& fields() { return zeAnimationManager::the()->_fields; }
 
     // Makes room in the registry's index for `more` objects beyond those it holds.
     static void reserveObjects(zeAnimationManager* manager, std::size_t more)

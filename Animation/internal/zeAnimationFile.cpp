@@ -1,5 +1,5 @@
 #include "zeAnimationFile.h"
-#include "zeAnimationRevision.h"
+#include "zeAnimationAccess.h"
 
 #include "zeAnimationIdIndex.h"
 #include <zeAnimation/zeAnimationCurve2D.h>
@@ -1808,7 +1808,7 @@ bool zeAnimationFile::Loader::accepts(const zeAnimationObject* container, const 
     }
     // One parent per object (the first element that lists it), no loops, no hierarchy deeper than
     // the library allows: the links made so far are live, so the library's own test applies.
-    return !child->getParent() && container->canAdopt(child);
+    return !child->getParent() && zeAnimationAccess::canAdopt(container, child);
 }
 
 void zeAnimationFile::Loader::linkKeys(zeAnimationCurve2D* curve, const zeAnimationFile::Element& element)
@@ -1823,7 +1823,7 @@ void zeAnimationFile::Loader::linkKeys(zeAnimationCurve2D* curve, const zeAnimat
             keys.push_back(key);
     }
     if (bulk)
-        curve->assignKeys(keys, false);
+        zeAnimationAccess::assignKeys(curve, keys, false);
     else
         curve->setPoints(keys);
 }
@@ -1842,8 +1842,7 @@ void zeAnimationFile::Loader::link(const zeAnimationFile::Element& element, osg:
             if (zeAnimationField* field = m->getField(fieldId)) {
                 curve->setAnimationField(field);
             } else {
-                curve->fieldId = fieldId;
-                zeAnimationRevision::bump();
+                zeAnimationAccess::bindFieldId(curve, fieldId);
                 curve->setColor(zeAnimationUtils::getDefaultCurveColor(nullptr));
             }
         }
@@ -1865,7 +1864,7 @@ void zeAnimationFile::Loader::link(const zeAnimationFile::Element& element, osg:
         if (type == zeAnimationObject::TypeStrip)
             static_cast<zeAnimationStreak*>(child)->setNumber(
                 static_cast<osg::UInt32>(object->getChildIds().size()));
-        object->appendQuietly(child);
+        zeAnimationAccess::appendQuietly(object, child);
         linked = true;
     }
     if (linked)
@@ -1909,11 +1908,11 @@ void zeAnimationFile::Loader::finish()
                 for (const zeAnimationObject* child : current->getObjects()) {
                     const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(child);
                     const zeAnimationField* field = curve ? curve->getAnimationField() : nullptr;
-                    if (unit->parentNodeId == 0 && field)
-                        unit->parentNodeId = static_cast<osg::UInt32>(field->nodeID);
+                    if (zeAnimationAccess::parentNodeId(unit) == 0 && field)
+                        zeAnimationAccess::setParentNodeId(unit, static_cast<osg::UInt32>(field->nodeID));
                 }
             }
-            current->finishAppends();
+            zeAnimationAccess::finishAppends(current);
             stack.pop_back();
         }
     }
@@ -2003,7 +2002,7 @@ bool zeAnimationFile::load(const Document& document)
         std::fflush(stdout);
     }
     zeAnimationManager* m = zeAnimationManager::the();
-    m->_objectIndex->reserve(m->_objects.size() + document.elements.size());
+    zeAnimationAccess::reserveObjects(m, document.elements.size());
     Loader loader(document, true);
     Progress progress(document);
     std::vector<osg::UInt64> made(document.elements.size(), 0);

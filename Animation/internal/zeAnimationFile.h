@@ -8,6 +8,8 @@
 
 #include <OpenSG/OSGBaseTypes.h>
 
+#include "zeAnimationAccess.h"
+
 #include <zeAnimation/zeAnimationManager.h>
 
 #include <QString>
@@ -102,8 +104,8 @@ public:
     static const osg::UInt64 MaxChildReferences = 64000000;
 
     // The manager's registries, read in place (copying a million entries is not cheap).
-    static const zeAnimationManager::ObjectMap& objectMap() { return zeAnimationManager::the()->_objects; }
-    static const zeAnimationManager::FieldMap& fieldMap() { return zeAnimationManager::the()->_fields; }
+    static const zeAnimationManager::ObjectMap& objectMap() { return zeAnimationAccess::objects(); }
+    static const zeAnimationManager::FieldMap& fieldMap() { return zeAnimationAccess::fields(); }
 
     // ---- Encodings ------------------------------------------------------------------------
     // A float as Qt's general format with 6 significant digits.

@@ -365,7 +365,9 @@ private:
     static osg::UInt64 _uidSeed;
 
     friend class zeAnimationObject;
-    friend class zeAnimationFile;
+    // The library's internal code (the file loader) takes its bulk steps through this one class
+    // (Animation/internal/zeAnimationAccess.h); no other internal class is a friend.
+    friend class zeAnimationAccess;
 };
 
 #endif // ZEANIMATIONMANAGER_H
