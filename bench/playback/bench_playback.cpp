@@ -1,22 +1,31 @@
-// One frame of global playback over a clip of 1,000 blocks with 10 curves each (10,000 curves),
-// every curve driving its own component of a material in the scene. Reports the time per frame
-// and the heap allocations per frame.
+// Global playback as the host runs it, frame after frame: blocks of ten float curves, each block
+// animating the colours and shininess of its own material in the scene, every block running over
+// the whole range so that every curve is read and written each frame. The workload is the one of
+// the peer benchmark (bench/peer/peerWorkload.h), played here by this library alone: 100 to
+// 100,000 curves of 16 keys and 1,000 curves of 1,000 keys, in playback order (frame + 1) and in
+// scrubbing order (random whole frames). Reports the CPU time per curve per frame and the heap
+// allocations per warm frame; before timing, every curve must show its key's value at two key
+// frames.
+#include "../peer/peerWorkload.h"
+
 #include <zeAnimation/zeAnimationController.h>
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
 #include <zeAnimation/zeAnimationManager.h>
-#include <zeAnimation/zeAnimationStreak.h>
 #include <zeAnimation/zeAnimationStrip.h>
 #include <zeAnimation/zeAnimationUnit.h>
 
 #include <OpenSG/OSGBaseFunctions.h>
+#include <OpenSG/OSGChangeRecord.h>
 #include <OpenSG/OSGSimpleMaterial.h>
 
 #include <benchmark/benchmark.h>
 
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <new>
+#include <random>
 #include <vector>
 
 namespace {
@@ -29,19 +38,8 @@ double hostTime()
     return simulatedSeconds;
 }
 
-// The animated components of a material: three colours and the shininess.
-struct Component
-{
-    const char* name;
-    const char* attribute;
-    osg::UInt32 valuePos;
-};
-const Component kComponents[10] = {
-    {"diffuse", "diffuseR", 0},    {"diffuse", "diffuseG", 1},   {"diffuse", "diffuseB", 2},
-    {"ambient", "ambientR", 0},    {"ambient", "ambientG", 1},   {"ambient", "ambientB", 2},
-    {"specular", "specularR", 0},  {"specular", "specularG", 1}, {"specular", "specularB", 2},
-    {"shininess", "shininess", 0},
-};
+using zePeer::kChannelsPerBlock;
+using zePeer::kComponents;
 
 struct Scene
 {
@@ -49,40 +47,31 @@ struct Scene
     zeAnimationStrip* clip = nullptr;
 };
 
-// 10 tracks of 100 blocks, each block 10 frames long and animating one material; the clip spans
-// 1,000 frames, so at any frame most blocks are finished or not yet started and one per track
-// is running: every curve is read and written each frame.
-Scene buildScene(int blocks, int curvesPerBlock)
+Scene buildScene(int blocks, int keys)
 {
     zeAnimationManager* manager = zeAnimationManager::the();
     Scene scene;
     scene.clip = manager->createStrip("clip", 0);
-    const int tracks = 10;
-    std::vector<zeAnimationStreak*> lanes;
-    for (int t = 0; t < tracks; ++t) {
-        lanes.push_back(manager->createStreak(0));
-        scene.clip->addObject(lanes.back());
-    }
+    std::vector<zeControlPoint2D*> points(keys);
     for (int b = 0; b < blocks; ++b) {
         osg::SimpleMaterialPtr material = osg::SimpleMaterial::create();
         osg::addRefCP(material);
         scene.materials.push_back(material);
         zeAnimationUnit* unit = manager->createUnit("block", 0);
-        const float begin = static_cast<float>((b / tracks) * 10);
-        for (int c = 0; c < curvesPerBlock; ++c) {
-            const Component& component = kComponents[c % 10];
+        for (int c = 0; c < kChannelsPerBlock; ++c) {
             zeAnimationField* field = manager->createField(0);
             field->fcID = osg::getContainerId(material);
-            field->name = component.name;
-            field->attribute = component.attribute;
-            field->valuePos = component.valuePos;
-            zeAnimationCurve2D* curve = manager->createCurve2D(field, component.attribute, 0, false);
-            curve->addObject(manager->createPoint2D(begin, 0.1f, 0));
-            curve->addObject(manager->createPoint2D(begin + 5.0f, 0.9f, 0));
-            curve->addObject(manager->createPoint2D(begin + 10.0f, 0.3f, 0));
+            field->name = kComponents[c].field;
+            field->attribute = kComponents[c].attribute;
+            field->valuePos = kComponents[c].index;
+            zeAnimationCurve2D* curve = manager->createCurve2D(field, kComponents[c].attribute, 0, false);
+            for (int k = 0; k < keys; ++k)
+                points[k] = manager->createPoint2D(zePeer::keyFrame(k),
+                                                   zePeer::keyValue(b * kChannelsPerBlock + c, k), 0);
+            curve->setPoints(points);
             unit->addObject(curve);
         }
-        lanes[b % tracks]->addObject(unit);
+        scene.clip->insertObject(unit);
     }
     return scene;
 }
@@ -96,34 +85,89 @@ void release(Scene& scene)
         osg::subRefCP(material);
 }
 
-void BM_GlobalPlaybackFrame(benchmark::State& state)
+void showFrame(double frame)
 {
-    const int blocks = static_cast<int>(state.range(0));
-    Scene scene = buildScene(blocks, 10);
-    zeAnimationController* controller = zeAnimationController::the();
+    simulatedSeconds = frame / zeAnimationController::getFPS();
+    zeAnimationController::the()->playLoop();
+}
+
+float shown(const Scene& scene, int channel)
+{
+    const osg::SimpleMaterialPtr& m = scene.materials[channel / kChannelsPerBlock];
+    const int c = channel % kChannelsPerBlock;
+    if (c < 3)
+        return m->getDiffuse().getValuesRGB()[c];
+    if (c < 6)
+        return m->getAmbient().getValuesRGB()[c - 3];
+    if (c < 9)
+        return m->getSpecular().getValuesRGB()[c - 6];
+    return m->getShininess();
+}
+
+// At a key's frame every curve shows that key's value.
+bool showsKey(const Scene& scene, int channels, int key)
+{
+    showFrame(zePeer::keyFrame(key));
+    for (int channel = 0; channel < channels; ++channel) {
+        if (std::fabs(shown(scene, channel) - zePeer::keyValue(channel, key)) > 1e-5f)
+            return false;
+    }
+    return true;
+}
+
+void BM_Playback(benchmark::State& state, bool scrubbing)
+{
+    const int channels = static_cast<int>(state.range(0));
+    const int keys = static_cast<int>(state.range(1));
+    Scene scene = buildScene(channels / kChannelsPerBlock, keys);
     zeAnimationController::setSimulationTimeCB(&hostTime);
     simulatedSeconds = 0.0;
-    controller->playGlobal(scene.clip->getId(), false, true, 0.0f, 1000.0f, 0.0f);
-    controller->playLoop(); // warm: first use of every scratch buffer and cache
+    zeAnimationController::the()->playGlobal(scene.clip->getId(), false, true, 0.0f,
+                                             zePeer::keyFrame(keys - 1), 0.0f);
+    if (!showsKey(scene, channels, 5) || !showsKey(scene, channels, keys - 2)) {
+        state.SkipWithError("a curve does not show its key's value at the key's frame");
+        release(scene);
+        return;
+    }
+    // Whole frames over [0, last key), the same sequence on every run.
+    const int frames = static_cast<int>(zePeer::keyFrame(keys - 1));
+    std::vector<double> sequence(scrubbing ? 4096 : frames);
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> anyFrame(0, frames - 1);
+    for (std::size_t i = 0; i < sequence.size(); ++i)
+        sequence[i] = scrubbing ? anyFrame(random) : static_cast<double>(i);
+    showFrame(sequence[0]); // warm
 
-    unsigned long long frames = 0;
+    std::size_t next = 0;
+    unsigned long long frameCount = 0;
     const unsigned long long before = allocations.load();
     for (auto _ : state) {
-        simulatedSeconds += 1.0 / 25.0 + 0.001; // a new frame, and a new whole frame, each time
-        controller->playLoop();
-        ++frames;
+        showFrame(sequence[next]);
+        if (++next == sequence.size())
+            next = 0;
+        ++frameCount;
     }
     const unsigned long long allocated = allocations.load() - before;
-    state.counters["curves"] = blocks * 10.0;
-    state.counters["allocs/frame"] =
-        frames ? static_cast<double>(allocated) / static_cast<double>(frames) : 0.0;
-    state.counters["ns/curve"] =
-        benchmark::Counter(static_cast<double>(frames) * blocks * 10.0,
+    state.counters["channels"] = channels;
+    state.counters["keys"] = keys;
+    state.counters["allocs/frame"] = frameCount ? static_cast<double>(allocated) / frameCount : 0.0;
+    state.counters["per_channel"] =
+        benchmark::Counter(static_cast<double>(frameCount) * channels,
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
     release(scene);
     zeAnimationController::setSimulationTimeCB(nullptr);
 }
-BENCHMARK(BM_GlobalPlaybackFrame)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+void sizes(benchmark::internal::Benchmark* b)
+{
+    b->ArgNames({"channels", "keys"});
+    for (int channels : {100, 1000, 10000, 100000})
+        b->Args({channels, 16});
+    b->Args({1000, 1000});
+    b->Unit(benchmark::kMicrosecond);
+}
+BENCHMARK_CAPTURE(BM_Playback, playback, false)->Apply(sizes);
+BENCHMARK_CAPTURE(BM_Playback, scrubbing, true)->Apply(sizes);
 
 } // namespace
 
@@ -146,6 +190,8 @@ void operator delete(void* p, std::size_t) noexcept
 int main(int argc, char** argv)
 {
     osg::osgInit(0, nullptr);
+    // The scene layer's record of edits serves its tests; a host's frame does not keep one.
+    osg::ChangeRecord::setEnabled(false);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
