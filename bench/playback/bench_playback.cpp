@@ -16,7 +16,6 @@
 #include <zeAnimation/zeAnimationUnit.h>
 
 #include <OpenSG/OSGBaseFunctions.h>
-#include <OpenSG/OSGChangeRecord.h>
 #include <OpenSG/OSGSimpleMaterial.h>
 
 #include <benchmark/benchmark.h>
@@ -190,8 +189,6 @@ void operator delete(void* p, std::size_t) noexcept
 int main(int argc, char** argv)
 {
     osg::osgInit(0, nullptr);
-    // The scene layer's record of edits serves its tests; a host's frame does not keep one.
-    osg::ChangeRecord::setEnabled(false);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
