@@ -8,8 +8,6 @@
 #include <zeAnimation/zeAnimationUnit.h>
 #include <zeAnimation/zeControlPoint2D.h>
 
-#include <OpenSG/OSGBaseFunctions.h>
-
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -167,14 +165,3 @@ void BM_DestroyAllObjects(benchmark::State& state)
 BENCHMARK(BM_DestroyAllObjects)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    osg::osgInit(0, nullptr);
-    manager()->random(12345);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    osg::osgExit();
-    return 0;
-}

@@ -8,8 +8,6 @@
 #include <zeAnimation/zeAnimationManager.h>
 #include <zeAnimation/zeControlPoint2D.h>
 
-#include <OpenSG/OSGBaseFunctions.h>
-
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -226,13 +224,3 @@ BENCHMARK(BM_BareSolve);
 BENCHMARK(BM_SetPoints)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK_TEMPLATE(BM_AddObjectOneByOne, false)->Arg(10000)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK_TEMPLATE(BM_AddObjectOneByOne, true)->Arg(10000)->Unit(benchmark::kMillisecond)->Iterations(3);
-
-int main(int argc, char** argv)
-{
-    osg::osgInit(0, nullptr);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    osg::osgExit();
-    return 0;
-}

@@ -138,14 +138,3 @@ BENCHMARK(BM_OverlappingSequencesIntoClip)
     ->Iterations(1);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    osg::osgInit(0, nullptr);
-    manager()->random(12345);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    osg::osgExit();
-    return 0;
-}

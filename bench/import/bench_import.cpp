@@ -115,14 +115,3 @@ void BM_ImportManyBlocks(benchmark::State& state)
 BENCHMARK(BM_ImportManyBlocks)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    osg::osgInit(0, nullptr);
-    manager()->random(12345);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    osg::osgExit();
-    return 0;
-}

@@ -185,13 +185,3 @@ void operator delete(void* p, std::size_t) noexcept
 {
     std::free(p);
 }
-
-int main(int argc, char** argv)
-{
-    osg::osgInit(0, nullptr);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    osg::osgExit();
-    return 0;
-}
