@@ -4,16 +4,9 @@
 // (random frames), for 100 to 100,000 channels, and reports the cost per channel per frame.
 // The osgAnimation side is a shared object of its own (osgAnimationPeer.cpp), opened with dlopen.
 #include "peerWorkload.h"
-
-#include <zeAnimation/zeAnimationController.h>
-#include <zeAnimation/zeAnimationCurve2D.h>
-#include <zeAnimation/zeAnimationField.h>
-#include <zeAnimation/zeAnimationManager.h>
-#include <zeAnimation/zeAnimationStrip.h>
-#include <zeAnimation/zeAnimationUnit.h>
+#include "zeWorkload.h"
 
 #include <OpenSG/OSGBaseFunctions.h>
-#include <OpenSG/OSGSimpleMaterial.h>
 
 #include <benchmark/benchmark.h>
 
@@ -28,7 +21,6 @@
 namespace {
 
 using zePeer::kChannelsPerBlock;
-using zePeer::kComponents;
 
 // One system's workload, built once per size and kept while benchmarks of that size run.
 class System
@@ -59,89 +51,17 @@ private:
     int builtKeys = 0;
 };
 
-double simulatedSeconds = 0.0;
-double hostTime()
-{
-    return simulatedSeconds;
-}
-
-// A clip whose blocks all run over the whole range, so the clip gives each its own track; the
-// curves are bound to the components of the block's material and keep the tangents the library
-// computes for their keys.
 class ZeSystem : public System
 {
 public:
-    ~ZeSystem() override { release(); }
     const char* name() const override { return "zeAnimation"; }
-
-    bool build(int blocks, int keys) override
-    {
-        zeAnimationManager* manager = zeAnimationManager::the();
-        clip = manager->createStrip("clip", 0);
-        std::vector<zeControlPoint2D*> points(keys);
-        for (int b = 0; b < blocks; ++b) {
-            osg::SimpleMaterialPtr material = osg::SimpleMaterial::create();
-            osg::addRefCP(material);
-            materials.push_back(material);
-            zeAnimationUnit* unit = manager->createUnit("block", 0);
-            for (int c = 0; c < kChannelsPerBlock; ++c) {
-                zeAnimationField* field = manager->createField(0);
-                field->fcID = osg::getContainerId(material);
-                field->name = kComponents[c].field;
-                field->attribute = kComponents[c].attribute;
-                field->valuePos = kComponents[c].index;
-                zeAnimationCurve2D* curve = manager->createCurve2D(field, kComponents[c].attribute, 0, false);
-                for (int k = 0; k < keys; ++k)
-                    points[k] = manager->createPoint2D(zePeer::keyFrame(k),
-                                                       zePeer::keyValue(b * kChannelsPerBlock + c, k), 0);
-                curve->setPoints(points);
-                unit->addObject(curve);
-            }
-            if (!clip->insertObject(unit))
-                return false;
-        }
-        zeAnimationController::setSimulationTimeCB(&hostTime);
-        simulatedSeconds = 0.0;
-        zeAnimationController::the()->playGlobal(clip->getId(), false, true, 0.0f, zePeer::keyFrame(keys - 1),
-                                                 0.0f);
-        return zeAnimationController::isPlayingGlobal();
-    }
-
-    void release() override
-    {
-        zeAnimationController::the()->stopGlobal();
-        zeAnimationController::setSimulationTimeCB(nullptr);
-        if (clip)
-            zeAnimationManager::the()->destroyObject(clip);
-        clip = nullptr;
-        zeAnimationManager::the()->destroyAllFields();
-        for (osg::SimpleMaterialPtr& material : materials)
-            osg::subRefCP(material);
-        materials.clear();
-    }
-
-    void frame(double frame) override
-    {
-        simulatedSeconds = frame / zeAnimationController::getFPS();
-        zeAnimationController::the()->playLoop();
-    }
-
-    float value(int channel) const override
-    {
-        const osg::SimpleMaterialPtr& m = materials[channel / kChannelsPerBlock];
-        const int c = channel % kChannelsPerBlock;
-        if (c < 3)
-            return m->getDiffuse().getValuesRGB()[c];
-        if (c < 6)
-            return m->getAmbient().getValuesRGB()[c - 3];
-        if (c < 9)
-            return m->getSpecular().getValuesRGB()[c - 6];
-        return m->getShininess();
-    }
+    bool build(int blocks, int keys) override { return workload.build(blocks, keys); }
+    void release() override { workload.release(); }
+    void frame(double frame) override { workload.frame(frame); }
+    float value(int channel) const override { return workload.value(channel); }
 
 private:
-    zeAnimationStrip* clip = nullptr;
-    std::vector<osg::SimpleMaterialPtr> materials;
+    zePeer::ZeWorkload workload;
 };
 
 class OsgSystem : public System

@@ -6,17 +6,7 @@
 // scrubbing order (random whole frames). Reports the CPU time per curve per frame and the heap
 // allocations per warm frame; before timing, every curve must show its key's value at two key
 // frames.
-#include "../peer/peerWorkload.h"
-
-#include <zeAnimation/zeAnimationController.h>
-#include <zeAnimation/zeAnimationCurve2D.h>
-#include <zeAnimation/zeAnimationField.h>
-#include <zeAnimation/zeAnimationManager.h>
-#include <zeAnimation/zeAnimationStrip.h>
-#include <zeAnimation/zeAnimationUnit.h>
-
-#include <OpenSG/OSGBaseFunctions.h>
-#include <OpenSG/OSGSimpleMaterial.h>
+#include "../peer/zeWorkload.h"
 
 #include <benchmark/benchmark.h>
 
@@ -31,84 +21,14 @@ namespace {
 
 std::atomic<unsigned long long> allocations(0);
 
-double simulatedSeconds = 0.0;
-double hostTime()
-{
-    return simulatedSeconds;
-}
-
 using zePeer::kChannelsPerBlock;
-using zePeer::kComponents;
-
-struct Scene
-{
-    std::vector<osg::SimpleMaterialPtr> materials;
-    zeAnimationStrip* clip = nullptr;
-};
-
-Scene buildScene(int blocks, int keys)
-{
-    zeAnimationManager* manager = zeAnimationManager::the();
-    Scene scene;
-    scene.clip = manager->createStrip("clip", 0);
-    std::vector<zeControlPoint2D*> points(keys);
-    for (int b = 0; b < blocks; ++b) {
-        osg::SimpleMaterialPtr material = osg::SimpleMaterial::create();
-        osg::addRefCP(material);
-        scene.materials.push_back(material);
-        zeAnimationUnit* unit = manager->createUnit("block", 0);
-        for (int c = 0; c < kChannelsPerBlock; ++c) {
-            zeAnimationField* field = manager->createField(0);
-            field->fcID = osg::getContainerId(material);
-            field->name = kComponents[c].field;
-            field->attribute = kComponents[c].attribute;
-            field->valuePos = kComponents[c].index;
-            zeAnimationCurve2D* curve = manager->createCurve2D(field, kComponents[c].attribute, 0, false);
-            for (int k = 0; k < keys; ++k)
-                points[k] = manager->createPoint2D(zePeer::keyFrame(k),
-                                                   zePeer::keyValue(b * kChannelsPerBlock + c, k), 0);
-            curve->setPoints(points);
-            unit->addObject(curve);
-        }
-        scene.clip->insertObject(unit);
-    }
-    return scene;
-}
-
-void release(Scene& scene)
-{
-    zeAnimationController::the()->stopGlobal();
-    zeAnimationManager::the()->destroyObject(scene.clip);
-    zeAnimationManager::the()->destroyAllFields();
-    for (osg::SimpleMaterialPtr& material : scene.materials)
-        osg::subRefCP(material);
-}
-
-void showFrame(double frame)
-{
-    simulatedSeconds = frame / zeAnimationController::getFPS();
-    zeAnimationController::the()->playLoop();
-}
-
-float shown(const Scene& scene, int channel)
-{
-    const osg::SimpleMaterialPtr& m = scene.materials[channel / kChannelsPerBlock];
-    const int c = channel % kChannelsPerBlock;
-    if (c < 3)
-        return m->getDiffuse().getValuesRGB()[c];
-    if (c < 6)
-        return m->getAmbient().getValuesRGB()[c - 3];
-    if (c < 9)
-        return m->getSpecular().getValuesRGB()[c - 6];
-    return m->getShininess();
-}
 
 // At a key's frame every curve shows that key's value.
-bool showsKey(const Scene& scene, int channels, int key)
+bool showsKey(zePeer::ZeWorkload& workload, int channels, int key)
 {
-    showFrame(zePeer::keyFrame(key));
+    workload.frame(zePeer::keyFrame(key));
     for (int channel = 0; channel < channels; ++channel) {
-        if (std::fabs(shown(scene, channel) - zePeer::keyValue(channel, key)) > 1e-5f)
+        if (std::fabs(workload.value(channel) - zePeer::keyValue(channel, key)) > 1e-5f)
             return false;
     }
     return true;
@@ -118,14 +38,10 @@ void BM_Playback(benchmark::State& state, bool scrubbing)
 {
     const int channels = static_cast<int>(state.range(0));
     const int keys = static_cast<int>(state.range(1));
-    Scene scene = buildScene(channels / kChannelsPerBlock, keys);
-    zeAnimationController::setSimulationTimeCB(&hostTime);
-    simulatedSeconds = 0.0;
-    zeAnimationController::the()->playGlobal(scene.clip->getId(), false, true, 0.0f,
-                                             zePeer::keyFrame(keys - 1), 0.0f);
-    if (!showsKey(scene, channels, 5) || !showsKey(scene, channels, keys - 2)) {
+    zePeer::ZeWorkload workload;
+    if (!workload.build(channels / kChannelsPerBlock, keys) || !showsKey(workload, channels, 5) ||
+        !showsKey(workload, channels, keys - 2)) {
         state.SkipWithError("a curve does not show its key's value at the key's frame");
-        release(scene);
         return;
     }
     // Whole frames over [0, last key), the same sequence on every run.
@@ -135,13 +51,13 @@ void BM_Playback(benchmark::State& state, bool scrubbing)
     std::uniform_int_distribution<int> anyFrame(0, frames - 1);
     for (std::size_t i = 0; i < sequence.size(); ++i)
         sequence[i] = scrubbing ? anyFrame(random) : static_cast<double>(i);
-    showFrame(sequence[0]); // warm
+    workload.frame(sequence[0]); // warm
 
     std::size_t next = 0;
     unsigned long long frameCount = 0;
     const unsigned long long before = allocations.load();
     for (auto _ : state) {
-        showFrame(sequence[next]);
+        workload.frame(sequence[next]);
         if (++next == sequence.size())
             next = 0;
         ++frameCount;
@@ -153,8 +69,6 @@ void BM_Playback(benchmark::State& state, bool scrubbing)
     state.counters["per_channel"] =
         benchmark::Counter(static_cast<double>(frameCount) * channels,
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-    release(scene);
-    zeAnimationController::setSimulationTimeCB(nullptr);
 }
 
 void sizes(benchmark::internal::Benchmark* b)
