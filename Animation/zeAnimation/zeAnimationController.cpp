@@ -81,9 +81,21 @@ int wholeFrameNumber(float whole)
     return static_cast<int>(whole);
 }
 
-void sendMessage(const std::string& name, zeMessage& message)
+enum MessageName
 {
-    zeOpenSGUtils::call(name, message, 0);
+    CurrentFrameChanged,
+    CurrentFullFrameChanged,
+    FinishedPlayingGlobal
+};
+
+void sendMessage(MessageName name, zeMessage& message)
+{
+    // Built once: playback sends two messages every frame, and a name longer than the short-string
+    // buffer would cost an allocation each time. What remains per frame is what the message record
+    // needs for its values.
+    static const std::string names[] = {"currentFrameChanged", "currentFullFrameChanged",
+                                        "finishedPlayingGlobal"};
+    zeOpenSGUtils::call(names[name], message, 0);
 }
 
 } // namespace
@@ -173,7 +185,7 @@ void zeAnimationController::setCurrentFrame(float frame, AnimationWidget sender)
     zeMessage message;
     message.setValue("frame", boost::any(frame), true);
     message.setValue("sender", boost::any(sender), true);
-    sendMessage("currentFrameChanged", message);
+    sendMessage(CurrentFrameChanged, message);
 }
 
 osg::PerspectiveCamera2Ptr zeAnimationController::getMainCamera()
@@ -489,7 +501,7 @@ void zeAnimationController::playLoop()
         _fullFrame = whole;
         zeMessage message;
         message.setValue("frame", boost::any(wholeFrameNumber(whole)), true);
-        sendMessage("currentFullFrameChanged", message);
+        sendMessage(CurrentFullFrameChanged, message);
     }
     zeAnimationManager* m = manager();
     // By index: a host callback may change the list while it is walked.
@@ -499,7 +511,7 @@ void zeAnimationController::playLoop()
         _playing = false;
         zeMessage message;
         message.setValue("finished", boost::any(true), true);
-        sendMessage("finishedPlayingGlobal", message);
+        sendMessage(FinishedPlayingGlobal, message);
     }
 }
 
