@@ -4,7 +4,6 @@
 
 #include <zeAnimation/zeAnimationUtils.h>
 
-#include <OpenSG/OSGSwitch.h>
 #include <zeOpenSGExt/OSGCameraSetting.h>
 #include <zeOpenSGExt/OSGPerspectiveCamera2.h>
 
@@ -524,27 +523,6 @@ TEST_F(HardeningTest, KeysAreListedOnceAtFinitePositionsAndOwnTheirHandles)
 }
 
 // ---- Values and enumerations ------------------------------------------------------------------
-
-TEST_F(HardeningTest, IntegerFieldsSkipNaNAndOutOfRangeValues)
-{
-    osg::SwitchPtr core = osg::Switch::create();
-    osg::NodePtr node = osg::Node::create();
-    node->setCore(core);
-    osg::addRefCP(node);
-    zeAnimationField* choice = manager->getField(node, "choice");
-    ASSERT_NE(choice, nullptr);
-    for (float value : {2.0f, std::numeric_limits<float>::quiet_NaN(), 3.0e9f, -3.0e9f,
-                        std::numeric_limits<float>::infinity()}) {
-        choice->value = value;
-        EXPECT_EQ(zeAnimationUtils::setOSGFieldValue(choice), value == 2.0f) << value;
-        EXPECT_EQ(core->getChoice(), 2) << value;
-    }
-    zeAnimationField* visible = manager->getField(node, "visible");
-    visible->value = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_FALSE(zeAnimationUtils::setOSGFieldValue(visible));
-    EXPECT_TRUE(node->getActive());
-    osg::subRefCP(node);
-}
 
 TEST_F(HardeningTest, NonFiniteAndHugeGlobalFramesGiveWholeFramesWithoutUndefinedCasts)
 {

@@ -564,7 +564,11 @@ TEST_F(SceneBindingTest, IntegersAndBooleansRoundHalfAwayAndGoThroughTheTextForm
     EXPECT_TRUE(write(field, 1.0e9f));
     EXPECT_EQ(choice->getChoice(), 1000000000);
     EXPECT_FALSE(write(field, std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_FALSE(write(field, std::numeric_limits<float>::infinity()));
     EXPECT_EQ(choice->getChoice(), 1000000000);
+    zeAnimationField* visible = manager->getField(switchNode, "visible");
+    EXPECT_FALSE(write(visible, std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_TRUE(switchNode->getActive());
 
     osg::LightPtr light = osg::LightPtr::dcast(pointLight->getCore());
     zeAnimationField* on = manager->getField(pointLight, "on");

@@ -131,17 +131,15 @@ TEST_F(GlobalPlaybackTest, ZeroRangeTakesTheUnionAndStartsAtTheCurrentFrame)
     EXPECT_EQ(received[0].frame, 12.0f);
     EXPECT_FLOAT_EQ(scene(a), at(firstCurve(first), 12.0f));
     EXPECT_NEAR(scene(b), 7.0f, 1e-4f);
-}
 
-TEST_F(GlobalPlaybackTest, ZeroRangeOverNothingResolvableEndsAtTheFirstStep)
-{
+    // Over nothing resolvable the range is empty and playback ends at the first step.
     controller->playGlobal({424242u, 434343u}, false, false, 0.0f, 0.0f, 0.0f);
     EXPECT_EQ(zeAnimationController::getGlobalBegin(), 1.0e23f);
     EXPECT_EQ(zeAnimationController::getGlobalEnd(), -1.0e23f);
     controller->playLoop();
     EXPECT_FALSE(zeAnimationController::isPlayingGlobal());
     ASSERT_EQ(messagesNamed("finishedPlayingGlobal").size(), 1u);
-    EXPECT_TRUE(messagesNamed("finishedPlayingGlobal")[0].finished);
+    EXPECT_TRUE(received.back().finished);
 }
 
 TEST_F(GlobalPlaybackTest, ForcedWholeFramesRoundHalvesAwayFromZero)
@@ -287,7 +285,7 @@ TEST_F(ObjectPlaybackTest, StartTimeIsTakenAtTheFirstPassAndWaitingObjectsJoinAf
     EXPECT_FLOAT_EQ(scene(waitingField), at(firstCurve(waiting), 0.0f));
 }
 
-TEST_F(ObjectPlaybackTest, PlayRangeStartsAtTheStartFrameAndIsDroppedAtTheEnd)
+TEST_F(ObjectPlaybackTest, PlayRangeStartsAtTheStartFrameAndIsDroppedAtTheEndInEitherDirection)
 {
     zeAnimationField* field = translation();
     zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
@@ -308,17 +306,14 @@ TEST_F(ObjectPlaybackTest, PlayRangeStartsAtTheStartFrameAndIsDroppedAtTheEnd)
     EXPECT_FALSE(unit->usesPlayRange());
     // The curve itself runs on: the scene shows it at the frame reached.
     EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 24.5f));
-}
 
-TEST_F(ObjectPlaybackTest, ReversePlayRunsDownFromTheStartFrame)
-{
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
+    // In reverse it runs down from the start frame.
     unit->setReversePlay(true);
     unit->setUsePlayRange(true);
     unit->setStartPlayRange(0.0f);
     unit->setEndPlayRange(50.0f);
     unit->setStartPlay(50.0f);
+    clock() = 0.0;
     controller->enqueueObject(unit, true);
     controller->loop();
     clock() = 1.0;
@@ -480,47 +475,32 @@ protected:
     }
 };
 
-TEST_F(PlaybackLifetimeTest, ObjectDestroyedWhileQueuedIsDropped)
+TEST_F(PlaybackLifetimeTest, ObjectsDestroyedWhileQueuedWaitingOrAsConnectionTargetsAreDropped)
 {
     zeAnimationUnit* unit = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
-    zeAnimationUnit* other = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
-    controller->enqueueObjects({unit, other}, true);
-    controller->loop();
-    manager->destroyObject(unit);
-    clock() = 1.0;
-    controller->loop();
-    EXPECT_EQ(controller->getPlayQueue(), std::vector<osg::UInt64>({other->getId()}));
-    controller->pause(true);
-    controller->pause(false);
-    controller->reset();
-}
-
-TEST_F(PlaybackLifetimeTest, ObjectDestroyedWhileWaitingNeverPlays)
-{
-    zeAnimationUnit* unit = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
-    controller->enqueueObject(unit, false);
-    manager->destroyObject(unit);
-    controller->loop();
-    controller->loop();
-    EXPECT_FALSE(controller->isPlaying());
-    EXPECT_FALSE(controller->isPlaying("block"));
-}
-
-TEST_F(PlaybackLifetimeTest, DestroyedConnectionTargetIsIgnored)
-{
-    zeAnimationUnit* source = block(translation(), 0.0f, 0.0f, 10.0f, 100.0f);
+    zeAnimationUnit* waiting = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f, "waiting");
+    zeAnimationUnit* source = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
     zeAnimationUnit* target = block(translation(), 0.0f, 0.0f, 10.0f, 100.0f);
     zeAnimationUnit* stopped = block(translation(), 0.0f, 0.0f, 10.0f, 100.0f);
     ASSERT_TRUE(manager->createConnection(source, zeAnimationManager::TriggerStart, target,
                                           zeAnimationManager::ActionStart));
     ASSERT_TRUE(manager->createConnection(source, zeAnimationManager::TriggerStart, stopped,
                                           zeAnimationManager::ActionStop));
+    controller->enqueueObjects({unit, source}, true);
+    controller->enqueueObject(waiting, false);
+    manager->destroyObject(waiting);
     manager->destroyObject(target);
     manager->destroyObject(stopped);
-    controller->enqueueObject(source, true);
     controller->loop();
+    manager->destroyObject(unit);
+    clock() = 1.0;
     controller->loop();
     EXPECT_EQ(controller->getPlayQueue(), std::vector<osg::UInt64>({source->getId()}));
+    EXPECT_FALSE(controller->isPlaying("waiting"));
+    controller->pause(true);
+    controller->pause(false);
+    controller->reset();
+    EXPECT_FALSE(controller->isPlaying());
 }
 
 TEST_F(PlaybackLifetimeTest, ObjectDestroyedDuringGlobalPlaybackIsSkipped)
