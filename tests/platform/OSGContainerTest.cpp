@@ -176,9 +176,6 @@ TEST(FieldContainerType, GroupIdsAreOwnPerTypeUnlessShared)
     EXPECT_EQ(factory()->findGroupId("Transform"), transform);
     EXPECT_EQ(factory()->findGroupId("name"), name);
     EXPECT_EQ(factory()->findGroupId("Name"), 0u); // Name registers under its group name only
-    EXPECT_STREQ(factory()->findGroupName(component), "ComponentTransform");
-    EXPECT_EQ(factory()->findGroupName(0), nullptr);
-    EXPECT_LE(transform, factory()->getNumGroups());
 }
 
 TEST(FieldContainerType, DescriptionsAreSortedByIdIncludingInheritedOnes)
@@ -199,28 +196,6 @@ TEST(FieldContainerType, DescriptionsAreSortedByIdIncludingInheritedOnes)
     EXPECT_EQ(type.findFieldDescription("nope"), nullptr);
     EXPECT_EQ(type.findFieldDescription("translation")->getFieldMask(),
               ComponentTransform::TranslationFieldMask);
-}
-
-TEST(FieldContainerFactory, CreatesByTypeNameOnlyForConcreteTypesOfTheRightKind)
-{
-    unsigned before = liveContainers();
-    FieldContainerPtr fc = factory()->createFieldContainer("SimpleMaterial");
-    ASSERT_NE(fc, NullFC);
-    EXPECT_NE(SimpleMaterialPtr::dcast(fc), NullFC);
-    subRefCP(fc);
-
-    EXPECT_EQ(factory()->createFieldContainer("NodeCore"), NullFC);
-    EXPECT_EQ(factory()->createFieldContainer("Unknown"), NullFC);
-    EXPECT_EQ(factory()->createNode("Group"), NullFC);
-    EXPECT_EQ(factory()->createNodeCore("Node"), NullFC);
-
-    NodeCorePtr core = factory()->createNodeCore("Group");
-    EXPECT_NE(core, NullFC);
-    subRefCP(core);
-    AttachmentPtr name = factory()->createAttachment("Name");
-    EXPECT_NE(NamePtr::dcast(name), NullFC);
-    subRefCP(name);
-    EXPECT_EQ(liveContainers(), before);
 }
 
 TEST(FieldContainer, GetFieldReturnsTheLiveMemberByNameOrId)

@@ -66,39 +66,6 @@ TEST(Cores, DefaultsOfSwitchMaterialAndCamera)
     subRefCP(cam);
 }
 
-TEST(Cores, CameraViewingAndProjection)
-{
-    NodePtr beacon = Node::create();
-    TransformPtr t = Transform::create();
-    t->editMatrix().setTranslate(0, 0, 10);
-    beacon->setCore(t);
-    PerspectiveCameraPtr cam = PerspectiveCamera::create();
-    cam->setBeacon(beacon);
-    cam->setFov(Real32(Pi / 2));
-    cam->setNear(1.f);
-    cam->setFar(100.f);
-    EXPECT_EQ(beacon.getRefCount(), 0); // the camera's beacon is not counted
-
-    Matrix view;
-    cam->getViewing(view);
-    Pnt3f origin;
-    view.multMatrixPnt(origin);
-    EXPECT_TRUE(origin.equals(Pnt3f(0, 0, -10), 1e-5f));
-
-    Matrix proj;
-    cam->getProjection(proj, 200, 100);
-    EXPECT_NEAR(proj[1][1], 1.f, 1e-6);  // cot(45 degrees)
-    EXPECT_NEAR(proj[0][0], 0.5f, 1e-6); // divided by the aspect 2
-    EXPECT_FLOAT_EQ(proj[2][3], -1.f);
-
-    cam->setFov(90.f); // above Pi: taken as degrees
-    Matrix degrees;
-    cam->getProjection(degrees, 200, 100);
-    EXPECT_TRUE(degrees.equals(proj, 1e-5f));
-    subRefCP(cam);
-    subRefCP(beacon);
-}
-
 TEST(Cores, MaterialGroupCountsItsMaterialAndAShallowCopyIsANewContainerWithTheSameValues)
 {
     unsigned before = liveContainers();
@@ -123,35 +90,5 @@ TEST(Cores, MaterialGroupCountsItsMaterialAndAShallowCopyIsANewContainerWithTheS
     subRefCP(group);
     EXPECT_EQ(mat.getRefCount(), 1);
     subRefCP(copy);
-    EXPECT_EQ(liveContainers(), before);
-}
-
-TEST(Node, InsertAndReplaceChildKeepOrderAndReferences)
-{
-    unsigned before = liveContainers();
-    NodePtr root = Node::create();
-    NodePtr a = Node::create(), b = Node::create(), c = Node::create();
-    root->addChild(a);
-    root->addChild(b);
-    root->insertChild(1, c);
-    EXPECT_EQ(root->getChild(1), c);
-    root->insertChild(99, Node::create()); // past the end: appended
-    EXPECT_EQ(root->getNChildren(), 4u);
-
-    // Replacing with a sibling moves it into the slot and releases the replaced child.
-    UInt32 idA = getContainerId(a);
-    root->replaceChild(0, b);
-    EXPECT_EQ(FieldContainerFactory::the()->getContainer(idA), NullFC);
-    EXPECT_EQ(root->getChild(0), b);
-    EXPECT_EQ(root->getNChildren(), 3u);
-    EXPECT_EQ(b.getRefCount(), 1);
-
-    root->replaceChild(0, b);    // same node: nothing happens
-    root->replaceChild(7, c);    // bad index: nothing happens
-    root->replaceChild(0, root); // would close a cycle: refused
-    EXPECT_EQ(root->getChild(0), b);
-    EXPECT_EQ(root->getNChildren(), 3u);
-
-    subRefCP(root);
     EXPECT_EQ(liveContainers(), before);
 }

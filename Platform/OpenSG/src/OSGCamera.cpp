@@ -1,5 +1,4 @@
 #include <OpenSG/OSGCamera.h>
-#include <OpenSG/OSGNode.h>
 
 namespace osg {
 
@@ -26,17 +25,6 @@ Camera::Camera() = default;
 Camera::Camera(const Camera& source) : Inherited(source) {}
 
 Camera::~Camera() = default;
-
-void Camera::getViewing(Matrix& result)
-{
-    result.setIdentity();
-    NodePtr beacon = getBeacon();
-    if (beacon == NullFC)
-        return;
-    Matrix world;
-    beacon->getToWorld(world);
-    world.inverse(result);
-}
 
 namespace {
 [[maybe_unused]] const bool registered = (Camera::getClassType(), true);

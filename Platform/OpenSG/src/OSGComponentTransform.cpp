@@ -40,15 +40,6 @@ void ComponentTransform::changed(BitVector whichField, UInt32 origin)
     if (whichField & components) {
         editMatrix().setTransform(getTranslation(), getRotation(), getScale(), getScaleOrientation(),
                                   getCenter());
-    } else if (whichField & MatrixFieldMask) {
-        Vec3f translation, scale;
-        Quaternion rotation, scaleOrientation;
-        getMatrix().getTransform(translation, rotation, scale, scaleOrientation);
-        setTranslation(translation);
-        setRotation(rotation);
-        setScale(scale);
-        setScaleOrientation(scaleOrientation);
-        setCenter(Vec3f());
     }
     Inherited::changed(whichField, origin);
 }

@@ -1,8 +1,5 @@
-#include <OpenSG/OSGAttachment.h>
 #include <OpenSG/OSGFieldContainerFactory.h>
 #include <OpenSG/OSGFieldContainerType.h>
-#include <OpenSG/OSGNode.h>
-#include <OpenSG/OSGNodeCore.h>
 
 namespace osg {
 
@@ -34,37 +31,6 @@ UInt16 FieldContainerFactory::findGroupId(const Char8* name) const
         return 0;
     auto it = _groupIds.find(name);
     return it != _groupIds.end() ? it->second : 0;
-}
-
-const Char8* FieldContainerFactory::findGroupName(UInt16 groupId) const
-{
-    if (groupId == 0 || groupId > _groupNames.size())
-        return nullptr;
-    return _groupNames[groupId - 1].c_str();
-}
-
-FieldContainerPtr FieldContainerFactory::createFieldContainer(const Char8* typeName) const
-{
-    FieldContainerType* type = findType(typeName);
-    return type != nullptr ? type->createFieldContainer() : FieldContainerPtr();
-}
-
-NodePtr FieldContainerFactory::createNode(const Char8* typeName) const
-{
-    FieldContainerType* type = findType(typeName);
-    return type != nullptr ? type->createNode() : NodePtr();
-}
-
-NodeCorePtr FieldContainerFactory::createNodeCore(const Char8* typeName) const
-{
-    FieldContainerType* type = findType(typeName);
-    return type != nullptr ? type->createNodeCore() : NodeCorePtr();
-}
-
-AttachmentPtr FieldContainerFactory::createAttachment(const Char8* typeName) const
-{
-    FieldContainerType* type = findType(typeName);
-    return type != nullptr ? type->createAttachment() : AttachmentPtr();
 }
 
 UInt16 FieldContainerFactory::registerGroup(const Char8* name)

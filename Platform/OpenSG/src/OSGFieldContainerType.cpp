@@ -87,19 +87,4 @@ FieldContainerPtr FieldContainerType::createFieldContainer() const
     return _create != nullptr ? _create() : FieldContainerPtr();
 }
 
-NodePtr FieldContainerType::createNode() const
-{
-    return _isNode ? NodePtr::dcast(createFieldContainer()) : NodePtr();
-}
-
-NodeCorePtr FieldContainerType::createNodeCore() const
-{
-    return _isNodeCore ? NodeCorePtr::dcast(createFieldContainer()) : NodeCorePtr();
-}
-
-AttachmentPtr FieldContainerType::createAttachment() const
-{
-    return _isAttachment ? AttachmentPtr::dcast(createFieldContainer()) : AttachmentPtr();
-}
-
 } // namespace osg

@@ -27,8 +27,6 @@ NodeCore::~NodeCore()
         parent->editSFCore()->setValue(NodeCorePtr());
 }
 
-void NodeCore::accumulateMatrix(Matrix&) {}
-
 void NodeCore::invalidateVolume()
 {
     for (NodePtr& parent : _mfParents)
@@ -151,45 +149,6 @@ void Node::insertChild(UInt32 index, const NodePtr& childArg)
     invalidateVolume();
 }
 
-void Node::replaceChild(UInt32 index, const NodePtr& newChildArg)
-{
-    NodePtr newChild = newChildArg;
-    if (index >= _mfChildren.size() || newChild == NullFC || isSelfOrAncestor(newChild))
-        return;
-    NodePtr oldChild = _mfChildren[index];
-    if (oldChild == newChild)
-        return;
-
-    addRefCP(newChild);
-    NodePtr oldParent = newChild->getParent();
-    if (oldParent != NullFC) {
-        beginEditCP(oldParent, ChildrenFieldMask);
-        oldParent->subChild(newChild);
-        endEditCP(oldParent, ChildrenFieldMask);
-    }
-
-    // The removal above may have shifted the old child when both shared this parent.
-    Int32 pos = findChild(oldChild);
-    if (pos < 0) {
-        _mfChildren.push_back(newChild);
-    } else {
-        _mfChildren[pos] = newChild;
-        oldChild->_sfParent.setValue(NodePtr());
-        subRefCP(oldChild);
-    }
-    newChild->_sfParent.setValue(thisPtr());
-    invalidateVolume();
-}
-
-bool Node::replaceChildBy(const NodePtr& oldChild, const NodePtr& newChild)
-{
-    Int32 pos = findChild(oldChild);
-    if (pos < 0 || newChild == NullFC)
-        return false;
-    replaceChild(UInt32(pos), newChild);
-    return true;
-}
-
 Int32 Node::findChild(const NodePtr& child) const
 {
     for (UInt32 i = 0; i < _mfChildren.size(); ++i)
@@ -219,25 +178,6 @@ void Node::subChild(UInt32 index)
     invalidateVolume();
 }
 
-Matrix Node::getToWorld()
-{
-    Matrix result;
-    getToWorld(result);
-    return result;
-}
-
-void Node::getToWorld(Matrix& result)
-{
-    NodePtr parent = getParent();
-    if (parent != NullFC)
-        parent->getToWorld(result);
-    else
-        result.setIdentity();
-    NodeCorePtr core = getCore();
-    if (core != NullFC)
-        core->accumulateMatrix(result);
-}
-
 const DynamicVolume& Node::getVolume(bool) const
 {
     return _sfVolume.getValue();
@@ -256,23 +196,6 @@ void Node::invalidateVolume()
 void Node::getWorldVolume(DynamicVolume& result)
 {
     result = _sfVolume.getValue();
-}
-
-NodePtr Node::clone()
-{
-    NodePtr copy = NodePtr::dcast(shallowCopy());
-    copy->setCore(getCore());
-    return copy;
-}
-
-NodePtr cloneTree(const NodePtr& root)
-{
-    if (root == NullFC)
-        return NodePtr();
-    NodePtr copy = root->clone();
-    for (UInt32 i = 0; i < root->getNChildren(); ++i)
-        copy->addChild(cloneTree(root->getChild(i)));
-    return copy;
 }
 
 void Node::changed(BitVector whichField, UInt32 origin)

@@ -24,11 +24,6 @@ Transform::Transform(const Transform& source) : Inherited(source) {}
 
 Transform::~Transform() = default;
 
-void Transform::accumulateMatrix(Matrix& result)
-{
-    result.mult(getMatrix());
-}
-
 void Transform::changed(BitVector whichField, UInt32 origin)
 {
     if (whichField & MatrixFieldMask)

@@ -12,9 +12,6 @@ class OSG_SYSTEMLIB_DLLMAPPING Camera : public CameraBase
 public:
     typedef CameraBase Inherited;
 
-    // The inverse of the beacon's world transform (identity without a beacon).
-    void getViewing(Matrix& result);
-
 protected:
     friend class CameraBase;
 

@@ -35,75 +35,6 @@ public:
     const ValueTypeT* getValuesRGB() const { return _rgb; }
     void setValue(const Char8* str) { osgReadNumbers(str, _rgb, 3); }
 
-    // Colour as 0xRRGGBB, components scaled to 0..255 for floating-point colours.
-    void setRGB(UInt32 rgb)
-    {
-        _rgb[0] = fromByte((rgb >> 16) & 0xff);
-        _rgb[1] = fromByte((rgb >> 8) & 0xff);
-        _rgb[2] = fromByte(rgb & 0xff);
-    }
-    UInt32 getRGB() const { return (toByte(_rgb[0]) << 16) | (toByte(_rgb[1]) << 8) | toByte(_rgb[2]); }
-
-    // h in degrees (0..360), s and v in 0..1.
-    void setValuesHSV(Real32 h, Real32 s, Real32 v)
-    {
-        if (s <= 0.f) {
-            setValuesRGB(ValueTypeT(v), ValueTypeT(v), ValueTypeT(v));
-            return;
-        }
-        Real32 hh = h;
-        while (hh >= 360.f)
-            hh -= 360.f;
-        while (hh < 0.f)
-            hh += 360.f;
-        hh /= 60.f;
-        Int32 i = Int32(hh);
-        Real32 f = hh - Real32(i);
-        Real32 p = v * (1.f - s), q = v * (1.f - s * f), t = v * (1.f - s * (1.f - f));
-        Real32 r = v, g = t, b = p;
-        switch (i) {
-        case 1:
-            r = q, g = v, b = p;
-            break;
-        case 2:
-            r = p, g = v, b = t;
-            break;
-        case 3:
-            r = p, g = q, b = v;
-            break;
-        case 4:
-            r = t, g = p, b = v;
-            break;
-        case 5:
-            r = v, g = p, b = q;
-            break;
-        default:
-            break;
-        }
-        setValuesRGB(ValueTypeT(r), ValueTypeT(g), ValueTypeT(b));
-    }
-    void getValuesHSV(Real32& h, Real32& s, Real32& v) const
-    {
-        Real32 r = Real32(_rgb[0]), g = Real32(_rgb[1]), b = Real32(_rgb[2]);
-        Real32 mx = osgMax(r, osgMax(g, b)), mn = osgMin(r, osgMin(g, b));
-        v = mx;
-        s = mx > 0.f ? (mx - mn) / mx : 0.f;
-        if (s <= 0.f) {
-            h = 0.f;
-            return;
-        }
-        Real32 d = mx - mn;
-        if (r == mx)
-            h = (g - b) / d;
-        else if (g == mx)
-            h = 2.f + (b - r) / d;
-        else
-            h = 4.f + (r - g) / d;
-        h *= 60.f;
-        if (h < 0.f)
-            h += 360.f;
-    }
-
     ValueTypeT red() const { return _rgb[0]; }
     ValueTypeT green() const { return _rgb[1]; }
     ValueTypeT blue() const { return _rgb[2]; }
@@ -134,20 +65,6 @@ public:
                 return _rgb[i] < c[i];
         }
         return false;
-    }
-
-    static ValueTypeT fromByte(UInt32 b)
-    {
-        if (std::numeric_limits<ValueTypeT>::is_integer)
-            return ValueTypeT(b);
-        return ValueTypeT(Real32(b) / 255.f);
-    }
-    static UInt32 toByte(ValueTypeT v)
-    {
-        if (std::numeric_limits<ValueTypeT>::is_integer)
-            return UInt32(v) & 0xff;
-        Real32 f = Real32(v) * 255.f + 0.5f;
-        return f <= 0.f ? 0u : (f >= 255.f ? 255u : UInt32(f));
     }
 
 protected:
@@ -181,20 +98,6 @@ public:
     ValueTypeT* getValuesRGBA() { return _rgba; }
     const ValueTypeT* getValuesRGBA() const { return _rgba; }
     void setValue(const Char8* str) { osgReadNumbers(str, _rgba, 4); }
-
-    // Colour as 0xRRGGBBAA.
-    void setRGBA(UInt32 rgba)
-    {
-        _rgba[0] = Color3<ValueTypeT>::fromByte((rgba >> 24) & 0xff);
-        _rgba[1] = Color3<ValueTypeT>::fromByte((rgba >> 16) & 0xff);
-        _rgba[2] = Color3<ValueTypeT>::fromByte((rgba >> 8) & 0xff);
-        _rgba[3] = Color3<ValueTypeT>::fromByte(rgba & 0xff);
-    }
-    UInt32 getRGBA() const
-    {
-        return (Color3<ValueTypeT>::toByte(_rgba[0]) << 24) | (Color3<ValueTypeT>::toByte(_rgba[1]) << 16) |
-               (Color3<ValueTypeT>::toByte(_rgba[2]) << 8) | Color3<ValueTypeT>::toByte(_rgba[3]);
-    }
 
     ValueTypeT red() const { return _rgba[0]; }
     ValueTypeT green() const { return _rgba[1]; }

@@ -39,15 +39,6 @@ public:
 
     // 0 when unknown.
     UInt16 findGroupId(const Char8* name) const;
-    // Null when unknown.
-    const Char8* findGroupName(UInt16 groupId) const;
-    UInt16 getNumGroups() const { return UInt16(_groupNames.size()); }
-
-    // Null for unknown or abstract type names and for the wrong kind.
-    FieldContainerPtr createFieldContainer(const Char8* typeName) const;
-    NodePtr createNode(const Char8* typeName) const;
-    NodeCorePtr createNodeCore(const Char8* typeName) const;
-    AttachmentPtr createAttachment(const Char8* typeName) const;
 
     // Used by the types and containers themselves.
     UInt16 registerGroup(const Char8* name);

@@ -54,9 +54,6 @@ public:
 
     // Null for abstract types and for the wrong kind.
     FieldContainerPtr createFieldContainer() const;
-    NodePtr createNode() const;
-    NodeCorePtr createNodeCore() const;
-    AttachmentPtr createAttachment() const;
 
 private:
     bool derivesFromName(const Char8* name) const;

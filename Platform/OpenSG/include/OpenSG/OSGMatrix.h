@@ -69,16 +69,6 @@ public:
                                   r2c0, r2c1, r2c2, r2c3, r3c0, r3c1, r3c2, r3c3};
         setValue(v, false);
     }
-    // Column by column.
-    void setValueTransposed(ValueTypeT c0r0, ValueTypeT c0r1, ValueTypeT c0r2, ValueTypeT c0r3,
-                            ValueTypeT c1r0, ValueTypeT c1r1, ValueTypeT c1r2, ValueTypeT c1r3,
-                            ValueTypeT c2r0, ValueTypeT c2r1, ValueTypeT c2r2, ValueTypeT c2r3,
-                            ValueTypeT c3r0, ValueTypeT c3r1, ValueTypeT c3r2, ValueTypeT c3r3)
-    {
-        const ValueTypeT v[16] = {c0r0, c0r1, c0r2, c0r3, c1r0, c1r1, c1r2, c1r3,
-                                  c2r0, c2r1, c2r2, c2r3, c3r0, c3r1, c3r2, c3r3};
-        setValue(v, true);
-    }
     void setValue(const TransformationMatrix& other) { *this = other; }
     // transposed = true reads the array column by column (OpenGL order), false row by row.
     void setValue(const ValueTypeT* values, bool transposed = true)
@@ -164,50 +154,8 @@ public:
         mult(tmp);
     }
 
-    // Splits an affine matrix into translation, rotation and per-axis scale. Shear cannot be
-    // represented and is lost, and the scale orientation always comes back as the identity
-    // (the scale is taken along the rotated axes). A negative determinant flips all scales.
-    void getTransform(VectorType3f& t, QuaternionType& r, VectorType3f& s, QuaternionType& so) const
-    {
-        t.setValues(_matrix[3][0], _matrix[3][1], _matrix[3][2]);
-        VectorType3f cols[3];
-        for (UInt32 c = 0; c < 3; ++c) {
-            cols[c].setValues(_matrix[c][0], _matrix[c][1], _matrix[c][2]);
-            s[c] = cols[c].length();
-        }
-        if (det3() < ValueTypeT(0))
-            s *= ValueTypeT(-1);
-        TransformationMatrix rot;
-        for (UInt32 c = 0; c < 3; ++c)
-            for (UInt32 row = 0; row < 3; ++row)
-                rot[c][row] = osgabs(s[c]) > ValueTypeT(Eps) ? cols[c][row] / s[c] : (c == row ? 1 : 0);
-        r.setValue(rot);
-        so.setIdentity();
-    }
-    void getTransform(VectorType3f& t, QuaternionType& r, VectorType3f& s, QuaternionType& so,
-                      const VectorType3f& c) const
-    {
-        getTransform(t, r, s, so);
-        // Undo the centre: M = T' * R*S with T' = T + C - R*S*C.
-        VectorType3f rsC;
-        multMatrixVec(c, rsC);
-        t = t - c + rsC;
-    }
-    bool factor(TransformationMatrix& r, VectorType3f& s, TransformationMatrix& u, VectorType3f& t,
-                TransformationMatrix& proj) const
-    {
-        QuaternionType q, so;
-        getTransform(t, q, s, so);
-        r.setRotate(so);
-        u.setRotate(q);
-        proj.setIdentity();
-        return true;
-    }
-
     // this = this * m
     void mult(const TransformationMatrix& m) { *this = product(*this, m); }
-    // this = m * this
-    void multLeft(const TransformationMatrix& m) { *this = product(m, *this); }
 
     void multMatrixPnt(const PointType3f& src, PointType3f& dst) const
     {
@@ -218,14 +166,6 @@ public:
         dst = r;
     }
     void multMatrixPnt(PointType3f& pnt) const { multMatrixPnt(pnt, pnt); }
-    void multFullMatrixPnt(const PointType3f& src, PointType3f& dst) const
-    {
-        ValueTypeT w =
-            _matrix[0][3] * src[0] + _matrix[1][3] * src[1] + _matrix[2][3] * src[2] + _matrix[3][3];
-        multMatrixPnt(src, dst);
-        if (osgabs(w) > ValueTypeT(Eps))
-            dst /= w;
-    }
     void multMatrixVec(const VectorType3f& src, VectorType3f& dst) const
     {
         VectorType3f r;
@@ -236,63 +176,6 @@ public:
     void multMatrixVec(VectorType3f& vec) const { multMatrixVec(vec, vec); }
     void mult(const PointType3f& src, PointType3f& dst) const { multMatrixPnt(src, dst); }
     void mult(const VectorType3f& src, VectorType3f& dst) const { multMatrixVec(src, dst); }
-
-    ValueTypeT det3() const
-    {
-        const TransformationMatrix& m = *this;
-        return m[0][0] * (m[1][1] * m[2][2] - m[2][1] * m[1][2]) -
-               m[1][0] * (m[0][1] * m[2][2] - m[2][1] * m[0][2]) +
-               m[2][0] * (m[0][1] * m[1][2] - m[1][1] * m[0][2]);
-    }
-    ValueTypeT det() const
-    {
-        ValueTypeT inv[16];
-        return cofactors(inv);
-    }
-    // Returns false (and leaves result untouched) for a singular matrix.
-    bool inverse(TransformationMatrix& result) const
-    {
-        ValueTypeT inv[16];
-        ValueTypeT d = cofactors(inv);
-        if (osgabs(d) < ValueTypeT(1e-20))
-            return false;
-        for (UInt32 i = 0; i < 16; ++i)
-            result.getValues()[i] = inv[i] / d;
-        return true;
-    }
-    bool invert() { return inverse(*this); }
-    bool invertFrom(const TransformationMatrix& m) { return m.inverse(*this); }
-    // Inverts the upper 3x3 part and clears the translation.
-    bool inverse3(TransformationMatrix& result) const
-    {
-        ValueTypeT d = det3();
-        if (osgabs(d) < ValueTypeT(1e-20))
-            return false;
-        const TransformationMatrix& m = *this;
-        TransformationMatrix r;
-        r[0][0] = (m[1][1] * m[2][2] - m[2][1] * m[1][2]) / d;
-        r[0][1] = (m[2][1] * m[0][2] - m[0][1] * m[2][2]) / d;
-        r[0][2] = (m[0][1] * m[1][2] - m[1][1] * m[0][2]) / d;
-        r[1][0] = (m[2][0] * m[1][2] - m[1][0] * m[2][2]) / d;
-        r[1][1] = (m[0][0] * m[2][2] - m[2][0] * m[0][2]) / d;
-        r[1][2] = (m[1][0] * m[0][2] - m[0][0] * m[1][2]) / d;
-        r[2][0] = (m[1][0] * m[2][1] - m[2][0] * m[1][1]) / d;
-        r[2][1] = (m[2][0] * m[0][1] - m[0][0] * m[2][1]) / d;
-        r[2][2] = (m[0][0] * m[1][1] - m[1][0] * m[0][1]) / d;
-        result = r;
-        return true;
-    }
-    bool invert3() { return inverse3(*this); }
-    bool transposed(TransformationMatrix& result) const
-    {
-        TransformationMatrix r;
-        for (UInt32 c = 0; c < 4; ++c)
-            for (UInt32 row = 0; row < 4; ++row)
-                r[row][c] = _matrix[c][row];
-        result = r;
-        return true;
-    }
-    bool transpose() { return transposed(*this); }
 
     bool equals(const TransformationMatrix& m, ValueTypeT tol) const
     {
@@ -317,45 +200,6 @@ private:
             }
         return r;
     }
-    // Adjugate (column-major, as getValues) and determinant of the full 4x4 matrix.
-    ValueTypeT cofactors(ValueTypeT* inv) const
-    {
-        const ValueTypeT* m = getValues();
-        inv[0] = m[5] * m[10] * m[15] - m[5] * m[11] * m[14] - m[9] * m[6] * m[15] + m[9] * m[7] * m[14] +
-                 m[13] * m[6] * m[11] - m[13] * m[7] * m[10];
-        inv[4] = -m[4] * m[10] * m[15] + m[4] * m[11] * m[14] + m[8] * m[6] * m[15] - m[8] * m[7] * m[14] -
-                 m[12] * m[6] * m[11] + m[12] * m[7] * m[10];
-        inv[8] = m[4] * m[9] * m[15] - m[4] * m[11] * m[13] - m[8] * m[5] * m[15] + m[8] * m[7] * m[13] +
-                 m[12] * m[5] * m[11] - m[12] * m[7] * m[9];
-        inv[12] = -m[4] * m[9] * m[14] + m[4] * m[10] * m[13] + m[8] * m[5] * m[14] - m[8] * m[6] * m[13] -
-                  m[12] * m[5] * m[10] + m[12] * m[6] * m[9];
-        inv[1] = -m[1] * m[10] * m[15] + m[1] * m[11] * m[14] + m[9] * m[2] * m[15] - m[9] * m[3] * m[14] -
-                 m[13] * m[2] * m[11] + m[13] * m[3] * m[10];
-        inv[5] = m[0] * m[10] * m[15] - m[0] * m[11] * m[14] - m[8] * m[2] * m[15] + m[8] * m[3] * m[14] +
-                 m[12] * m[2] * m[11] - m[12] * m[3] * m[10];
-        inv[9] = -m[0] * m[9] * m[15] + m[0] * m[11] * m[13] + m[8] * m[1] * m[15] - m[8] * m[3] * m[13] -
-                 m[12] * m[1] * m[11] + m[12] * m[3] * m[9];
-        inv[13] = m[0] * m[9] * m[14] - m[0] * m[10] * m[13] - m[8] * m[1] * m[14] + m[8] * m[2] * m[13] +
-                  m[12] * m[1] * m[10] - m[12] * m[2] * m[9];
-        inv[2] = m[1] * m[6] * m[15] - m[1] * m[7] * m[14] - m[5] * m[2] * m[15] + m[5] * m[3] * m[14] +
-                 m[13] * m[2] * m[7] - m[13] * m[3] * m[6];
-        inv[6] = -m[0] * m[6] * m[15] + m[0] * m[7] * m[14] + m[4] * m[2] * m[15] - m[4] * m[3] * m[14] -
-                 m[12] * m[2] * m[7] + m[12] * m[3] * m[6];
-        inv[10] = m[0] * m[5] * m[15] - m[0] * m[7] * m[13] - m[4] * m[1] * m[15] + m[4] * m[3] * m[13] +
-                  m[12] * m[1] * m[7] - m[12] * m[3] * m[5];
-        inv[14] = -m[0] * m[5] * m[14] + m[0] * m[6] * m[13] + m[4] * m[1] * m[14] - m[4] * m[2] * m[13] -
-                  m[12] * m[1] * m[6] + m[12] * m[2] * m[5];
-        inv[3] = -m[1] * m[6] * m[11] + m[1] * m[7] * m[10] + m[5] * m[2] * m[11] - m[5] * m[3] * m[10] -
-                 m[9] * m[2] * m[7] + m[9] * m[3] * m[6];
-        inv[7] = m[0] * m[6] * m[11] - m[0] * m[7] * m[10] - m[4] * m[2] * m[11] + m[4] * m[3] * m[10] +
-                 m[8] * m[2] * m[7] - m[8] * m[3] * m[6];
-        inv[11] = -m[0] * m[5] * m[11] + m[0] * m[7] * m[9] + m[4] * m[1] * m[11] - m[4] * m[3] * m[9] -
-                  m[8] * m[1] * m[7] + m[8] * m[3] * m[5];
-        inv[15] = m[0] * m[5] * m[10] - m[0] * m[6] * m[9] - m[4] * m[1] * m[10] + m[4] * m[2] * m[9] +
-                  m[8] * m[1] * m[6] - m[8] * m[2] * m[5];
-        return m[0] * inv[0] + m[1] * inv[4] + m[2] * inv[8] + m[3] * inv[12];
-    }
-
     VectorType _matrix[4];
 };
 
@@ -379,13 +223,7 @@ typedef TransformationMatrix<Real32> Matrix4f;
 typedef TransformationMatrix<Real64> Matrix4d;
 typedef Matrix4f Matrix;
 
-// Quaternion members that need the matrix.
-template <class ValueTypeT>
-QuaternionBase<ValueTypeT>::QuaternionBase(const TransformationMatrix<ValueTypeT>& matrix)
-{
-    setValue(matrix);
-}
-
+// The quaternion member that needs the matrix.
 template <class ValueTypeT>
 void QuaternionBase<ValueTypeT>::getValue(TransformationMatrix<ValueTypeT>& m) const
 {
@@ -400,39 +238,6 @@ void QuaternionBase<ValueTypeT>::getValue(TransformationMatrix<ValueTypeT>& m) c
     m[0][2] = 2 * (x * z - y * w);
     m[1][2] = 2 * (y * z + x * w);
     m[2][2] = 1 - 2 * (x * x + y * y);
-}
-
-template <class ValueTypeT>
-void QuaternionBase<ValueTypeT>::setValue(const TransformationMatrix<ValueTypeT>& m)
-{
-    // R[row][col] = m[col][row]
-    ValueTypeT trace = m[0][0] + m[1][1] + m[2][2];
-    if (trace > 0) {
-        ValueTypeT s = osgsqrt(trace + ValueTypeT(1)) * 2;
-        _quat[3] = s / 4;
-        _quat[0] = (m[1][2] - m[2][1]) / s;
-        _quat[1] = (m[2][0] - m[0][2]) / s;
-        _quat[2] = (m[0][1] - m[1][0]) / s;
-    } else if (m[0][0] > m[1][1] && m[0][0] > m[2][2]) {
-        ValueTypeT s = osgsqrt(ValueTypeT(1) + m[0][0] - m[1][1] - m[2][2]) * 2;
-        _quat[3] = (m[1][2] - m[2][1]) / s;
-        _quat[0] = s / 4;
-        _quat[1] = (m[1][0] + m[0][1]) / s;
-        _quat[2] = (m[2][0] + m[0][2]) / s;
-    } else if (m[1][1] > m[2][2]) {
-        ValueTypeT s = osgsqrt(ValueTypeT(1) + m[1][1] - m[0][0] - m[2][2]) * 2;
-        _quat[3] = (m[2][0] - m[0][2]) / s;
-        _quat[0] = (m[1][0] + m[0][1]) / s;
-        _quat[1] = s / 4;
-        _quat[2] = (m[2][1] + m[1][2]) / s;
-    } else {
-        ValueTypeT s = osgsqrt(ValueTypeT(1) + m[2][2] - m[0][0] - m[1][1]) * 2;
-        _quat[3] = (m[0][1] - m[1][0]) / s;
-        _quat[0] = (m[2][0] + m[0][2]) / s;
-        _quat[1] = (m[2][1] + m[1][2]) / s;
-        _quat[2] = s / 4;
-    }
-    normalize();
 }
 
 } // namespace osg

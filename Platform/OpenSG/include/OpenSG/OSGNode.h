@@ -55,8 +55,6 @@ public:
     // ancestors); OpenSG does not check for cycles.
     void addChild(const NodePtr& child);
     void insertChild(UInt32 index, const NodePtr& child);
-    void replaceChild(UInt32 index, const NodePtr& newChild);
-    bool replaceChildBy(const NodePtr& oldChild, const NodePtr& newChild);
     // -1 when absent.
     Int32 findChild(const NodePtr& child) const;
     // Clears the child's parent and subRefs it, which may destroy it. A non-child is ignored
@@ -69,10 +67,6 @@ public:
     void setActive(bool active) { _sfTravMask.setValue(active ? TypeTraits<UInt32>::getMax() : 0u); }
     UInt32 getTravMask() const { return _sfTravMask.getValue(); }
     void setTravMask(UInt32 mask) { _sfTravMask.setValue(mask); }
-
-    // Product of the core matrices from the root down to this node, this node's core included.
-    Matrix getToWorld();
-    void getToWorld(Matrix& result);
 
     // Volumes are not computed (there is no geometry data): these hand out what the field holds.
     DynamicVolume& getVolume() { return _sfVolume.getValue(); }
@@ -92,9 +86,6 @@ public:
     MFNodePtr* getMFChildren() { return &_mfChildren; }
     const MFNodePtr* getMFChildren() const { return &_mfChildren; }
     MFNodePtr* editMFChildren() { return &_mfChildren; }
-
-    // A new node sharing this node's core and attachments, without children.
-    NodePtr clone();
 
     void changed(BitVector whichField, UInt32 origin) override;
 
@@ -116,9 +107,6 @@ protected:
     MFNodePtr _mfChildren;
     SFNodeCorePtr _sfCore;
 };
-
-// A copy of the subtree below root: new nodes, shared cores.
-OSG_SYSTEMLIB_DLLMAPPING NodePtr cloneTree(const NodePtr& root);
 
 inline NodeCore* NodePtr::getCore() const
 {

@@ -33,8 +33,6 @@ public:
     const MFNodePtr* getMFParents() const { return &_mfParents; }
     MFNodePtr* editMFParents() { return &_mfParents; }
 
-    // Multiplies the core's transformation onto result (identity for most cores).
-    virtual void accumulateMatrix(Matrix& result);
     // Bounding volumes are not computed; this only marks the parents' volumes invalid.
     virtual void invalidateVolume();
 

@@ -5,7 +5,7 @@
 
 namespace osg {
 
-// Perspective camera. "fov" is in radians (getProjection treats values above Pi as degrees).
+// Perspective camera. "fov" is in radians.
 class OSG_SYSTEMLIB_DLLMAPPING PerspectiveCamera : public PerspectiveCameraBase
 {
 public:
@@ -17,9 +17,6 @@ public:
         FOV_horizontal,
         FOV_smaller
     };
-
-    // OpenGL-style projection for a viewport of width x height.
-    void getProjection(Matrix& result, UInt32 width, UInt32 height);
 
 protected:
     friend class PerspectiveCameraBase;

@@ -9,7 +9,7 @@ namespace osg {
 
 class PerspectiveCamera;
 
-// Perspective camera. "fov" is in radians (getProjection treats values above Pi as degrees).
+// Perspective camera. "fov" is in radians.
 class OSG_SYSTEMLIB_DLLMAPPING PerspectiveCameraBase : public Camera
 {
 public:

@@ -24,9 +24,7 @@ public:
     typedef TransformationMatrix<ValueTypeT> MatrixType;
 
     QuaternionBase() { setIdentity(); }
-    explicit QuaternionBase(const MatrixType& matrix);
     QuaternionBase(const VectorType& axis, ValueTypeT angleRad) { setValueAsAxisRad(axis, angleRad); }
-    QuaternionBase(const VectorType& from, const VectorType& to) { setValue(from, to); }
 
     static const QuaternionBase& identity()
     {
@@ -64,21 +62,6 @@ public:
         osgReadNumbers(str, v, 4);
         setValueAsAxisRad(v);
     }
-    void setValueAsAxisDeg(ValueTypeT x, ValueTypeT y, ValueTypeT z, ValueTypeT angle)
-    {
-        setValueAsAxisRad(x, y, z, osgdegree2rad(angle));
-    }
-    void setValueAsAxisDeg(const VectorType& axis, ValueTypeT angle)
-    {
-        setValueAsAxisRad(axis, osgdegree2rad(angle));
-    }
-    void setValueAsAxisDeg(const ValueTypeT* v) { setValueAsAxisDeg(v[0], v[1], v[2], v[3]); }
-    void setValueAsAxisDeg(const Char8* str)
-    {
-        ValueTypeT v[4];
-        osgReadNumbers(str, v, 4);
-        setValueAsAxisDeg(v);
-    }
     void setValueAsQuat(ValueTypeT x, ValueTypeT y, ValueTypeT z, ValueTypeT w)
     {
         _quat[0] = x;
@@ -87,27 +70,6 @@ public:
         _quat[3] = w;
     }
     void setValueAsQuat(const ValueTypeT* v) { setValueAsQuat(v[0], v[1], v[2], v[3]); }
-    void setValue(const MatrixType& matrix);
-    // The rotation that turns direction `from` into direction `to`.
-    void setValue(const VectorType& from, const VectorType& to)
-    {
-        VectorType f(from), t(to);
-        f.normalize();
-        t.normalize();
-        ValueTypeT d = f.dot(t);
-        if (d >= ValueTypeT(1) - ValueTypeT(Eps)) {
-            setIdentity();
-            return;
-        }
-        if (d <= ValueTypeT(-1) + ValueTypeT(Eps)) {
-            VectorType axis = VectorType(1, 0, 0).cross(f);
-            if (axis.length() < ValueTypeT(Eps))
-                axis = VectorType(0, 1, 0).cross(f);
-            setValueAsAxisRad(axis, ValueTypeT(Pi));
-            return;
-        }
-        setValueAsAxisRad(f.cross(t), osgacos(d));
-    }
     // Euler angles in radians: alpha about x, beta about y, gamma about z, applied in that order
     // (the rotation is Rz(gamma) * Ry(beta) * Rx(alpha)).
     void setValue(ValueTypeT alpha, ValueTypeT beta, ValueTypeT gamma)
@@ -140,15 +102,6 @@ public:
     {
         getValueAsAxisRad(axis[0], axis[1], axis[2], angle);
     }
-    void getValueAsAxisDeg(ValueTypeT& x, ValueTypeT& y, ValueTypeT& z, ValueTypeT& angle) const
-    {
-        getValueAsAxisRad(x, y, z, angle);
-        angle = osgrad2degree(angle);
-    }
-    void getValueAsAxisDeg(VectorType& axis, ValueTypeT& angle) const
-    {
-        getValueAsAxisDeg(axis[0], axis[1], axis[2], angle);
-    }
     void getValueAsQuat(ValueTypeT& x, ValueTypeT& y, ValueTypeT& z, ValueTypeT& w) const
     {
         x = _quat[0];
@@ -164,20 +117,6 @@ public:
     ValueTypeT z() const { return _quat[2]; }
     ValueTypeT w() const { return _quat[3]; }
 
-    ValueTypeT length() const
-    {
-        return osgsqrt(_quat[0] * _quat[0] + _quat[1] * _quat[1] + _quat[2] * _quat[2] + _quat[3] * _quat[3]);
-    }
-    void normalize()
-    {
-        ValueTypeT len = length();
-        if (len < ValueTypeT(Eps)) {
-            setIdentity();
-            return;
-        }
-        for (UInt32 i = 0; i < 4; ++i)
-            _quat[i] /= len;
-    }
     void invert()
     {
         _quat[0] = -_quat[0];
@@ -190,57 +129,6 @@ public:
         q.invert();
         return q;
     }
-    void multVec(const VectorType& src, VectorType& dst) const
-    {
-        VectorType v(_quat[0], _quat[1], _quat[2]);
-        VectorType t = v.cross(src) * ValueTypeT(2);
-        dst = src + t * _quat[3] + v.cross(t);
-    }
-    void scaleAngle(ValueTypeT scale)
-    {
-        VectorType axis;
-        ValueTypeT angle;
-        getValueAsAxisRad(axis, angle);
-        setValueAsAxisRad(axis, angle * scale);
-    }
-    void slerpThis(const QuaternionBase& q0, const QuaternionBase& q1, ValueTypeT t)
-    {
-        *this = slerp(q0, q1, t);
-    }
-    static QuaternionBase slerp(const QuaternionBase& q0, const QuaternionBase& q1, ValueTypeT t)
-    {
-        ValueTypeT c = q0._quat[0] * q1._quat[0] + q0._quat[1] * q1._quat[1] + q0._quat[2] * q1._quat[2] +
-                       q0._quat[3] * q1._quat[3];
-        ValueTypeT sign = ValueTypeT(1);
-        if (c < 0) {
-            c = -c;
-            sign = ValueTypeT(-1);
-        }
-        ValueTypeT s0, s1;
-        if (ValueTypeT(1) - c > ValueTypeT(Eps)) {
-            ValueTypeT omega = osgacos(c), sinom = osgsin(omega);
-            s0 = osgsin((ValueTypeT(1) - t) * omega) / sinom;
-            s1 = osgsin(t * omega) / sinom;
-        } else {
-            s0 = ValueTypeT(1) - t;
-            s1 = t;
-        }
-        QuaternionBase r;
-        for (UInt32 i = 0; i < 4; ++i)
-            r._quat[i] = s0 * q0._quat[i] + sign * s1 * q1._quat[i];
-        r.normalize();
-        return r;
-    }
-    // this = this * other: `other` is applied first.
-    void mult(const QuaternionBase& other) { *this = product(*this, other); }
-    // this = other * this.
-    void multLeft(const QuaternionBase& other) { *this = product(other, *this); }
-    QuaternionBase& operator*=(const QuaternionBase& other)
-    {
-        mult(other);
-        return *this;
-    }
-    QuaternionBase operator*(const QuaternionBase& other) const { return product(*this, other); }
     bool equals(const QuaternionBase& other, ValueTypeT tol) const
     {
         for (UInt32 i = 0; i < 4; ++i)
@@ -254,20 +142,6 @@ public:
     bool operator!=(const QuaternionBase& o) const { return !(*this == o); }
 
 private:
-    static QuaternionBase product(const QuaternionBase& a, const QuaternionBase& b)
-    {
-        QuaternionBase r;
-        r._quat[3] = a._quat[3] * b._quat[3] - a._quat[0] * b._quat[0] - a._quat[1] * b._quat[1] -
-                     a._quat[2] * b._quat[2];
-        r._quat[0] = a._quat[3] * b._quat[0] + a._quat[0] * b._quat[3] + a._quat[1] * b._quat[2] -
-                     a._quat[2] * b._quat[1];
-        r._quat[1] = a._quat[3] * b._quat[1] + a._quat[1] * b._quat[3] + a._quat[2] * b._quat[0] -
-                     a._quat[0] * b._quat[2];
-        r._quat[2] = a._quat[3] * b._quat[2] + a._quat[2] * b._quat[3] + a._quat[0] * b._quat[1] -
-                     a._quat[1] * b._quat[0];
-        return r;
-    }
-
     ValueTypeT _quat[4];
 };
 

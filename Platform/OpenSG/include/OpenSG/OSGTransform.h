@@ -11,8 +11,6 @@ class OSG_SYSTEMLIB_DLLMAPPING Transform : public TransformBase
 public:
     typedef TransformBase Inherited;
 
-    // result = result * matrix
-    void accumulateMatrix(Matrix& result) override;
     void changed(BitVector whichField, UInt32 origin) override;
 
 protected:

@@ -122,13 +122,6 @@ public:
     ValueTypeT* getValues() { return _values; }
     const ValueTypeT* getValues() const { return _values; }
 
-    bool isZero() const
-    {
-        for (UInt32 i = 0; i < SizeI; ++i)
-            if (osgabs(_values[i]) > ValueTypeT(Eps))
-                return false;
-        return true;
-    }
     void negate()
     {
         for (UInt32 i = 0; i < SizeI; ++i)
@@ -143,23 +136,6 @@ public:
     }
     VectorType& subZero() { return *static_cast<VectorType*>(this); }
     const VectorType& subZero() const { return *static_cast<const VectorType*>(this); }
-    ValueTypeT dist2(const Point& other) const
-    {
-        ValueTypeT sum = 0;
-        for (UInt32 i = 0; i < SizeI; ++i)
-            sum += (_values[i] - other._values[i]) * (_values[i] - other._values[i]);
-        return sum;
-    }
-    ValueTypeT dist(const Point& other) const { return osgsqrt(dist2(other)); }
-    ValueTypeT maxValue() const
-    {
-        ValueTypeT m = _values[0];
-        for (UInt32 i = 1; i < SizeI; ++i)
-            if (_values[i] > m)
-                m = _values[i];
-        return m;
-    }
-
     ValueTypeT& operator[](UInt32 i) { return _values[i]; }
     const ValueTypeT& operator[](UInt32 i) const { return _values[i]; }
 
@@ -287,17 +263,6 @@ public:
         if (len > ValueTypeT(Eps))
             *this /= len;
     }
-    Vector cross(const Vector& v) const
-    {
-        static_assert(SizeI >= 3, "cross() needs three components");
-        Vector r;
-        r[0] = this->_values[1] * v[2] - this->_values[2] * v[1];
-        r[1] = this->_values[2] * v[0] - this->_values[0] * v[2];
-        r[2] = this->_values[0] * v[1] - this->_values[1] * v[0];
-        return r;
-    }
-    Vector operator%(const Vector& v) const { return cross(v); }
-    void crossThis(const Vector& v) { *this = cross(v); }
     ValueTypeT dot(const Vector& v) const
     {
         ValueTypeT sum = 0;
@@ -306,22 +271,6 @@ public:
         return sum;
     }
     ValueTypeT operator*(const Vector& v) const { return dot(v); }
-    ValueTypeT enclosedAngle(const Vector& v) const
-    {
-        ValueTypeT l = length() * v.length();
-        if (l < ValueTypeT(Eps))
-            return ValueTypeT(0);
-        return osgacos(dot(v) / l);
-    }
-    ValueTypeT projectTo(const Vector& toVec)
-    {
-        ValueTypeT sq = toVec.squareLength();
-        if (sq < ValueTypeT(Eps))
-            return ValueTypeT(0);
-        ValueTypeT p = dot(toVec) / sq;
-        *this = toVec * p;
-        return p;
-    }
     PointType& addToZero() { return *this; }
     const PointType& addToZero() const { return *this; }
 
