@@ -333,15 +333,6 @@ TEST_F(HardeningTest, AChildAddedElsewhereLeavesItsPreviousParent)
     EXPECT_TRUE(opened->isEmpty());
     EXPECT_EQ(unit->getParent(), holder);
     EXPECT_TRUE(holder->isEmpty()); // a parent link alone does not list the child
-
-    // A key added to a second curve leaves the first one.
-    zeAnimationCurve2D* from = curve(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
-    zeAnimationCurve2D* to = curve(translation(), 20.0f, 0.0f, 30.0f, 1.0f);
-    zeControlPoint2D* key = from->findPoint(10.0f);
-    to->addObject(key);
-    EXPECT_EQ(from->getPointCount(), 1u);
-    EXPECT_EQ(to->getPointCount(), 3u);
-    EXPECT_EQ(from->getEnd(), 0.0f);
 }
 
 TEST_F(HardeningTest, HierarchiesDeeperThanTheLimitAreRefusedAndEveryLevelIsReached)
