@@ -13,11 +13,41 @@
 
 namespace {
 
-// Intervals are compared bit for bit: a NaN edge is then equal to itself and does not make the
-// plan rebuild on every frame.
-bool sameBits(float a, float b)
+// Fields and scene containers lie wherever they were allocated; a frame asks for those of the
+// row this many rows ahead, so that they arrive by its turn instead of stalling it.
+const std::uint32_t kAhead = 12;
+
+inline void fetchForRead(const void* address)
 {
-    return std::memcmp(&a, &b, sizeof(float)) == 0;
+#if defined(__GNUC__)
+    __builtin_prefetch(address, 0, 3);
+#else
+    (void)address;
+#endif
+}
+
+inline void fetchForWrite(const void* address)
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(address, 1, 3);
+#else
+    (void)address;
+#endif
+}
+
+// The line of a field that takes the value.
+inline void fetchValue(zeAnimationField* field)
+{
+    if (field)
+        fetchForWrite(&field->value);
+}
+
+// The lines of a field a scene write reads: its container id and name, its value and component.
+inline void fetchField(const zeAnimationField* field)
+{
+    fetchForRead(field);
+    fetchForRead(&field->name);
+    fetchForRead(&field->value);
 }
 
 } // namespace
@@ -36,45 +66,68 @@ void zeEvaluationPlan::build(zeAnimationObject* object)
     revision = zeAnimationRevision::current();
     groups.clear();
     rows.clear();
+    segments.clear();
+    targets.clear();
     xs.clear();
     keys.clear();
-    collect(object, 0);
-    frames.resize(groups.size());
-    byBegin.resize(groups.size());
-    byEnd.resize(groups.size());
-    for (std::uint32_t i = 0; i < groups.size(); ++i)
+    std::vector<zeAnimationObject*> found;
+    collect(object, 0, found);
+    // Stable orders by begin and by end, ties in the order the walk found the objects. The groups
+    // are stored in the order of begin, which two of the three passes follow.
+    std::vector<float> begins(found.size());
+    std::vector<float> ends(found.size());
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        begins[i] = found[i]->getBegin();
+        ends[i] = found[i]->getEnd();
+    }
+    std::vector<std::uint32_t> byBegin(found.size());
+    byEnd.resize(found.size());
+    for (std::uint32_t i = 0; i < found.size(); ++i)
         byBegin[i] = byEnd[i] = i;
     std::stable_sort(byBegin.begin(), byBegin.end(),
-                     [this](std::uint32_t a, std::uint32_t b) { return groups[a].begin < groups[b].begin; });
+                     [&begins](std::uint32_t a, std::uint32_t b) { return begins[a] < begins[b]; });
     std::stable_sort(byEnd.begin(), byEnd.end(),
-                     [this](std::uint32_t a, std::uint32_t b) { return groups[a].end < groups[b].end; });
+                     [&ends](std::uint32_t a, std::uint32_t b) { return ends[a] < ends[b]; });
+    std::vector<std::uint32_t> stored(found.size());
+    for (std::uint32_t i = 0; i < byBegin.size(); ++i) {
+        stored[byBegin[i]] = i;
+        addGroup(found[byBegin[i]]);
+    }
+    for (std::uint32_t& index : byEnd)
+        index = stored[index];
+    locals.resize(groups.size());
+    passes.resize(groups.size());
+    segments.resize(rows.size());
+    targets.resize(rows.size());
     changed.clear();
     changed.reserve(rows.size());
     built = true;
 }
 
-void zeEvaluationPlan::collect(zeAnimationObject* object, int depth)
+void zeEvaluationPlan::collect(zeAnimationObject* object, int depth, std::vector<zeAnimationObject*>& found)
 {
     // A block (or a curve, a key, the base object) collects its curves; the containers above it
     // pass the walk on to their children in list order. Hierarchies are at most MaxDepth deep.
     if (object->getTypeID() <= zeAnimationObject::TypeUnit) {
-        addGroup(object);
+        found.push_back(object);
         return;
     }
     if (depth > zeAnimationObject::MaxDepth)
         return;
     for (osg::UInt64 childId : object->getChildIds()) {
         if (zeAnimationObject* child = object->resolveChild(childId))
-            collect(child, depth + 1);
+            collect(child, depth + 1, found);
     }
 }
 
 void zeEvaluationPlan::addGroup(zeAnimationObject* object)
 {
     Group group;
-    group.object = object;
     group.begin = object->getBegin();
     group.end = object->getEnd();
+    group.rangeBegin = object->usesPlayRange() ? object->getStartPlayRange() : group.begin;
+    group.rangeEnd = object->usesPlayRange() ? object->getEndPlayRange() : group.end;
+    group.repeating = object->isRepeating();
     group.firstRow = static_cast<std::uint32_t>(rows.size());
     zeAnimationManager* m = zeAnimationManager::the();
     for (osg::UInt64 curveId : object->getCurveIds()) {
@@ -82,8 +135,12 @@ void zeEvaluationPlan::addGroup(zeAnimationObject* object)
         if (!curve)
             continue;
         Row row;
-        row.curve = curve;
         row.field = curve->getAnimationField();
+        row.begin = curve->getBegin();
+        row.end = curve->getEnd();
+        row.flags = static_cast<std::uint8_t>((curve->isActive() ? RowActive : 0) |
+                                              (curve->getMotionBlur() ? RowMotionBlur : 0) |
+                                              (curve->isRepeating() ? RowRepeating : 0));
         row.firstKey = static_cast<std::uint32_t>(xs.size());
         row.hint = 0;
         row.segmentAt = NoSegment;
@@ -103,43 +160,34 @@ void zeEvaluationPlan::addGroup(zeAnimationObject* object)
 
 // ---- Evaluating ---------------------------------------------------------------------------------
 
-bool zeEvaluationPlan::placeGroups(float frame, bool motionBlurOnly)
+void zeEvaluationPlan::placeGroups(float frame, bool motionBlurOnly)
 {
     for (std::size_t i = 0; i < groups.size(); ++i) {
         const Group& group = groups[i];
-        const zeAnimationObject* object = group.object;
-        const float objectBegin = object->getBegin();
-        const float objectEnd = object->getEnd();
-        if (!sameBits(objectBegin, group.begin) || !sameBits(objectEnd, group.end))
-            return false;
-        float b = objectBegin;
-        float e = objectEnd;
-        if (object->usesPlayRange()) {
-            b = object->getStartPlayRange();
-            e = object->getEndPlayRange();
-        }
-        GroupFrame& place = frames[i];
-        place.local = object->isRepeating() ? zeCurveKernel::repeatWrap(frame, b, e) : frame;
+        locals[i] =
+            group.repeating ? zeCurveKernel::repeatWrap(frame, group.rangeBegin, group.rangeEnd) : frame;
         // The passes test the unwrapped frame against the object's own interval, even when a play
         // range is in use; only the frame the curves are read at is wrapped.
         if (motionBlurOnly)
-            place.pass = objectBegin <= frame && frame <= objectEnd ? Active : Skipped;
-        else if (objectBegin > frame)
-            place.pass = Future;
-        else if (objectEnd < frame)
-            place.pass = Past;
+            passes[i] = group.begin <= frame && frame <= group.end ? Active : Skipped;
+        else if (group.begin > frame)
+            passes[i] = Future;
+        else if (group.end < frame)
+            passes[i] = Past;
         else
-            place.pass = Active;
+            passes[i] = Active;
     }
-    return true;
 }
 
-bool zeEvaluationPlan::rowValue(Row& row, float frame, float& value)
+bool zeEvaluationPlan::rowValue(std::uint32_t index, float frame, float& value)
 {
+    Row& row = rows[index];
     const std::size_t count = row.keyCount;
     const float* x = xs.data() + row.firstKey;
     const Key* k = keys.data() + row.firstKey;
-    const std::size_t upper = zeCurveKernel::upperBound(x, count, frame, row.hint);
+    std::size_t hint = row.hint;
+    const std::size_t upper = zeCurveKernel::upperBound(x, count, frame, hint);
+    row.hint = static_cast<std::uint32_t>(hint);
     switch (zeCurveKernel::locate(count, upper)) {
     case zeCurveKernel::TooFewKeys:
         return false;
@@ -152,33 +200,31 @@ bool zeEvaluationPlan::rowValue(Row& row, float frame, float& value)
     case zeCurveKernel::Inside:
         break;
     }
-    const std::size_t at = upper - 1;
+    const std::uint32_t at = static_cast<std::uint32_t>(upper - 1);
+    zeCurveKernel::Segment& segment = segments[index];
     if (row.segmentAt != at) {
-        zeCurveKernel::prepareSegment(row.segment, x[at], k[at].y, k[at].outX, k[at].outY, k[at + 1].inX,
+        zeCurveKernel::prepareSegment(segment, x[at], k[at].y, k[at].outX, k[at].outY, k[at + 1].inX,
                                       k[at + 1].inY, x[at + 1], k[at + 1].y);
         row.segmentAt = at;
     }
-    return zeCurveKernel::solveSegment(row.segment, frame, value);
+    return zeCurveKernel::solveSegment(segment, frame, value);
 }
 
 void zeEvaluationPlan::readRow(std::uint32_t index, float local, bool motionBlurOnly)
 {
-    Row& row = rows[index];
-    const zeAnimationCurve2D* curve = row.curve;
-    if (!curve->isActive() || (motionBlurOnly && !curve->getMotionBlur()))
+    const Row& row = rows[index];
+    if (!(row.flags & RowActive) || (motionBlurOnly && !(row.flags & RowMotionBlur)) || !row.field)
         return;
     // Clamped to the curve's own ends unless it repeats.
     float f = local;
-    if (!curve->isRepeating()) {
-        const float curveBegin = curve->getBegin();
-        const float curveEnd = curve->getEnd();
-        if (curveBegin > f)
-            f = curveBegin;
-        else if (curveEnd < f)
-            f = curveEnd;
+    if (!(row.flags & RowRepeating)) {
+        if (row.begin > f)
+            f = row.begin;
+        else if (row.end < f)
+            f = row.end;
     }
     float value = 0.0f;
-    if (!rowValue(row, f, value) || !row.field)
+    if (!rowValue(index, f, value))
         return;
     row.field->value = value;
     changed.push_back(index);
@@ -189,30 +235,32 @@ void zeEvaluationPlan::evaluate(zeAnimationObject* object, float frame, bool mot
     running = true;
     if (!fresh(object))
         build(object);
-    if (!placeGroups(frame, motionBlurOnly)) {
-        // An interval changed without a change of the revision (a setter): order again.
-        build(object);
-        placeGroups(frame, motionBlurOnly);
-    }
+    placeGroups(frame, motionBlurOnly);
     changed.clear();
+    const std::uint32_t rowCount = static_cast<std::uint32_t>(rows.size());
     // Not yet started objects from the latest end back, finished ones from the earliest begin on,
     // then the running ones from the earliest begin on: the last write to a field wins.
     for (std::size_t i = byEnd.size(); i-- > 0;) {
-        const Group& group = groups[byEnd[i]];
-        const GroupFrame& place = frames[byEnd[i]];
-        if (place.pass != Future)
+        const std::uint32_t g = byEnd[i];
+        if (passes[g] != Future)
             continue;
-        for (std::uint32_t r = group.firstRow + group.rowCount; r-- > group.firstRow;)
-            readRow(r, place.local, false);
+        const Group& group = groups[g];
+        for (std::uint32_t r = group.firstRow + group.rowCount; r-- > group.firstRow;) {
+            if (r >= kAhead)
+                fetchValue(rows[r - kAhead].field);
+            readRow(r, locals[g], false);
+        }
     }
     for (const Pass pass : {Past, Active}) {
-        for (std::uint32_t index : byBegin) {
-            const Group& group = groups[index];
-            const GroupFrame& place = frames[index];
-            if (place.pass != pass)
+        for (std::uint32_t g = 0; g < groups.size(); ++g) {
+            if (passes[g] != pass)
                 continue;
-            for (std::uint32_t r = group.firstRow; r < group.firstRow + group.rowCount; ++r)
-                readRow(r, place.local, motionBlurOnly);
+            const Group& group = groups[g];
+            for (std::uint32_t r = group.firstRow; r < group.firstRow + group.rowCount; ++r) {
+                if (r + kAhead < rowCount)
+                    fetchValue(rows[r + kAhead].field);
+                readRow(r, locals[g], motionBlurOnly);
+            }
         }
     }
     writeChanged();
@@ -225,8 +273,17 @@ void zeEvaluationPlan::writeChanged()
     // very batch: once the revision moved, a field is written only while the registry holds it.
     const std::uint64_t start = zeAnimationRevision::current();
     std::uint64_t liveAt = start;
-    for (std::uint32_t index : changed) {
-        Row& row = rows[index];
+    const std::size_t count = changed.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i + kAhead < count) {
+            // Only fetched: a field or container that is gone by then is not written to.
+            const std::uint32_t ahead = changed[i + kAhead];
+            fetchField(rows[ahead].field);
+            fetchForRead(targets[ahead].container);
+            fetchForWrite(targets[ahead].sceneField);
+        }
+        const std::uint32_t index = changed[i];
+        zeAnimationField* field = rows[index].field;
         const std::uint64_t now = zeAnimationRevision::current();
         if (now != start) {
             if (liveAt != now || liveFields.empty()) {
@@ -236,10 +293,10 @@ void zeEvaluationPlan::writeChanged()
                     liveFields.insert(entry.second);
                 liveAt = now;
             }
-            if (liveFields.count(row.field) == 0)
+            if (liveFields.count(field) == 0)
                 continue;
         }
-        zeSceneAccess::writeFieldValue(row.field, row.target);
+        zeSceneAccess::writeFieldValue(field, targets[index]);
     }
     liveFields.clear();
 }

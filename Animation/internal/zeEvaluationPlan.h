@@ -2,12 +2,18 @@
 #define ZEEVALUATIONPLAN_H
 
 // Playback-time data of one evaluated object, kept apart from the editing-time objects it is made
-// from: every curve below the object as a row (its keys in contiguous arrays, its field and the
-// scene target the field resolves to), grouped by the object that collects them (a block), with
-// the groups pre-ordered for the three passes of an evaluation. A plan is built from the objects
-// and used as long as the pool's revision (zeAnimationRevision) is the one it was built at and
-// the groups' intervals still order them as they did; otherwise it is built again. Flags, play
-// ranges and intervals are read from the objects on every frame, so setters need not tell it.
+// from: every curve below the object as a row (its flags and interval, its keys in contiguous
+// arrays, its field and the scene target the field resolves to), grouped by the object that
+// collects them (a block, with its interval, play range and repeat flag), the groups laid out in
+// order of begin and indexed in order of end for the three passes of an evaluation. A plan is
+// built from the objects and used as long as the pool's revision (zeAnimationRevision) is the one
+// it was built at; every setter of what it keeps bumps the revision, so a frame reads nothing of
+// the objects but the fields it writes.
+//
+// Memory is laid out for the frames, not for the build: a frame walks the groups and the rows in
+// the order they are stored, the data of the first pass (rows, prepared segments) lies apart from
+// that of the scene writes (targets), and the fields, which live wherever the manager put them,
+// are fetched ahead of their turn.
 //
 // Internal to the library, never installed.
 
@@ -40,35 +46,37 @@ public:
 private:
     struct Group
     {
-        zeAnimationObject* object;
-        float begin; // the interval the order below was made with
+        float begin; // the object's own interval, which picks the pass
         float end;
+        float rangeBegin; // the range a repeating object wraps the frame into
+        float rangeEnd;
         std::uint32_t firstRow;
         std::uint32_t rowCount;
-    };
-    // A group at the current frame: the pass it takes part in and its local frame.
-    struct GroupFrame
-    {
-        float local;
-        std::uint8_t pass;
+        bool repeating;
     };
     // What a segment needs of a key besides its x (which lies in `xs`).
     struct Key
     {
         float y, inX, inY, outX, outY;
     };
+    enum RowFlag : std::uint8_t
+    {
+        RowActive = 1,
+        RowMotionBlur = 2,
+        RowRepeating = 4
+    };
     struct Row
     {
-        zeAnimationCurve2D* curve;
         zeAnimationField* field; // null: the curve's value goes nowhere
+        float begin;             // the curve's interval, which clamps the frame it is read at
+        float end;
         std::uint32_t firstKey;
         std::uint32_t keyCount;
-        std::size_t hint;      // the upper bound found last
-        std::size_t segmentAt; // the key starting the prepared segment, or NoSegment
-        zeCurveKernel::Segment segment;
-        zeSceneTarget target;
+        std::uint32_t hint;      // the upper bound found last
+        std::uint32_t segmentAt; // the key starting the prepared segment, or NoSegment
+        std::uint8_t flags;
     };
-    static const std::size_t NoSegment = ~std::size_t(0);
+    static const std::uint32_t NoSegment = ~std::uint32_t(0);
     enum Pass : std::uint8_t
     {
         Future,
@@ -79,13 +87,11 @@ private:
 
     bool fresh(const zeAnimationObject* root) const;
     void build(zeAnimationObject* root);
-    void collect(zeAnimationObject* object, int depth);
+    void collect(zeAnimationObject* object, int depth, std::vector<zeAnimationObject*>& found);
     void addGroup(zeAnimationObject* object);
-    // Works out each group's pass and local frame; false when the groups' intervals no longer
-    // match the order the plan was built with.
-    bool placeGroups(float frame, bool motionBlurOnly);
+    void placeGroups(float frame, bool motionBlurOnly);
     void readRow(std::uint32_t index, float local, bool motionBlurOnly);
-    bool rowValue(Row& row, float frame, float& value);
+    bool rowValue(std::uint32_t index, float frame, float& value);
     void writeChanged();
 
     zeAnimationObject* root = nullptr;
@@ -94,11 +100,13 @@ private:
     bool built = false;
     bool running = false;
 
-    std::vector<Group> groups;
-    std::vector<GroupFrame> frames;
-    std::vector<std::uint32_t> byBegin; // group indices, stably ordered by begin
-    std::vector<std::uint32_t> byEnd;   // the same by end
-    std::vector<Row> rows;
+    std::vector<Group> groups;                    // in order of begin (stable)
+    std::vector<float> locals;                    // per group at the current frame: the frame its rows read
+    std::vector<std::uint8_t> passes;             // and the pass it takes part in
+    std::vector<std::uint32_t> byEnd;             // group indices, stably ordered by end
+    std::vector<Row> rows;                        // group after group
+    std::vector<zeCurveKernel::Segment> segments; // per row, the segment prepared last
+    std::vector<zeSceneTarget> targets;           // per row
     std::vector<float> xs;
     std::vector<Key> keys;
     std::vector<std::uint32_t> changed; // rows whose field took a value, in order

@@ -98,6 +98,7 @@ void zeAnimationObject::setBegin(float value)
 {
     const bool changed = !(begin == value);
     begin = value;
+    zeAnimationRevision::bump(); // even when equal: -0 and 0 compare equal yet are kept apart
     if (changed)
         noteChange();
 }
@@ -106,6 +107,7 @@ void zeAnimationObject::setEnd(float value)
 {
     const bool changed = !(end == value);
     end = value;
+    zeAnimationRevision::bump();
     if (changed)
         noteChange();
 }
@@ -143,6 +145,7 @@ void zeAnimationObject::setActive(bool value)
             sequence->setActive(value);
     }
     active = value;
+    zeAnimationRevision::bump();
 }
 
 void zeAnimationObject::setPlaying(bool value)
@@ -158,6 +161,7 @@ void zeAnimationObject::setReversePlay(bool value)
 void zeAnimationObject::setRepeating(bool value)
 {
     repeating = value;
+    zeAnimationRevision::bump();
 }
 
 void zeAnimationObject::setPausing(bool value)
@@ -178,6 +182,27 @@ void zeAnimationObject::setLocked(bool value)
 void zeAnimationObject::setMotionBlur(bool value)
 {
     motionBlur = value;
+    zeAnimationRevision::bump();
+}
+
+// Playback keeps the flags, intervals and play ranges it reads: each of their setters counts as a
+// change of the pool.
+void zeAnimationObject::setUsePlayRange(bool value)
+{
+    usePlayRange = value;
+    zeAnimationRevision::bump();
+}
+
+void zeAnimationObject::setStartPlayRange(float value)
+{
+    startPlayRange = value;
+    zeAnimationRevision::bump();
+}
+
+void zeAnimationObject::setEndPlayRange(float value)
+{
+    endPlayRange = value;
+    zeAnimationRevision::bump();
 }
 
 osg::UInt32 zeAnimationObject::getTypeID() const
@@ -306,8 +331,10 @@ void zeAnimationObject::storeBounds(float newBegin, float newEnd, float newMaxim
     end = newEnd;
     maximum = newMaximum;
     minimum = newMinimum;
-    if (changed)
+    if (changed) {
+        zeAnimationRevision::bump();
         noteChange();
+    }
 }
 
 void zeAnimationObject::move(float, bool) {}
@@ -977,6 +1004,7 @@ void zeAnimationObject::containerSetRepeating(bool value)
     for (zeAnimationObject* child : childrenOfType(TypeObject))
         child->setRepeating(value);
     repeating = value;
+    zeAnimationRevision::bump();
 }
 
 void zeAnimationObject::containerSetMotionBlur(bool value)
@@ -984,6 +1012,7 @@ void zeAnimationObject::containerSetMotionBlur(bool value)
     for (zeAnimationObject* child : childrenOfType(TypeObject))
         child->setMotionBlur(value);
     motionBlur = value;
+    zeAnimationRevision::bump();
 }
 
 void zeAnimationObject::containerMove(float delta, bool notify, TypeID onlyType)

@@ -129,11 +129,11 @@ public:
     void setTrimmed(bool value) { trimmed = value; }
     bool getMotionBlur() const { return motionBlur; }
     bool usesPlayRange() const { return usePlayRange; }
-    void setUsePlayRange(bool value) { usePlayRange = value; }
+    void setUsePlayRange(bool value);
     float getStartPlayRange() const { return startPlayRange; }
-    void setStartPlayRange(float value) { startPlayRange = value; }
+    void setStartPlayRange(float value);
     float getEndPlayRange() const { return endPlayRange; }
-    void setEndPlayRange(float value) { endPlayRange = value; }
+    void setEndPlayRange(float value);
     float getStartPlay() const { return startPlay; }
     void setStartPlay(float value) { startPlay = value; }
 

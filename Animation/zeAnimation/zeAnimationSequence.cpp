@@ -3,6 +3,8 @@
 #include "zeAnimationHelpers.h"
 #include <zeAnimation/zeAnimationManager.h>
 
+#include "zeAnimationRevision.h"
+
 #include <cstdio>
 
 osg::UInt32 zeAnimationSequence::_typeID = TypeSequence;
@@ -38,6 +40,7 @@ zeAnimationSequence& zeAnimationSequence::operator=(const zeAnimationSequence& o
 {
     zeAnimationObject::operator=(other);
     dirty = other.dirty;
+    zeAnimationRevision::bump();
     return *this;
 }
 

@@ -184,7 +184,10 @@ TEST_F(EvaluationTest, PlanMatchesTheStepByStepEvaluationThroughEdits)
         zeAnimationUnit* unit = blocks[pick(blocks.size())];
         zeAnimationCurve2D* c = curves[pick(curves.size())];
         std::vector<zeControlPoint2D*> keys = reference::keys(c);
-        switch (step % 9) {
+        // Plans of the block and the curve made just before the edit, which they must not outlive.
+        controller->evaluateObject(unit, 50.0f, false);
+        controller->evaluateObject(c, 50.0f, false);
+        switch (step % 12) {
         case 0:
             if (!keys.empty())
                 keys[pick(keys.size())]->setPosition(osg::Pnt2f(uniform(0.0f, 100.0f), uniform(-5.0f, 5.0f)));
@@ -226,20 +229,44 @@ TEST_F(EvaluationTest, PlanMatchesTheStepByStepEvaluationThroughEdits)
         case 7:
             c->setAnimationField(fields[pick(fields.size())]);
             break;
+        case 9:
+            // Flags a frame reads of a curve, each on its own.
+            if (random() % 2 == 0)
+                c->setMotionBlur(!c->getMotionBlur());
+            else
+                c->setRepeating(!c->isRepeating());
+            break;
+        case 10:
+            // A play range moved while in use, or one edge of a curve's interval alone.
+            if (random() % 2 == 0)
+                unit->setStartPlayRange(uniform(-10.0f, 90.0f));
+            else
+                c->setBegin(uniform(0.0f, 100.0f));
+            break;
+        case 11:
+            unit->setEndPlayRange(uniform(0.0f, 120.0f));
+            break;
         default:
             if (!keys.empty())
                 keys[pick(keys.size())]->setOutTangentY(uniform(-9.0f, 9.0f));
             break;
         }
-        // A few frames after each edit, forward and back, some inside, some beyond the clip.
-        for (int f = 0; f < 3; ++f) {
-            const float frame = uniform(-20.0f, 130.0f);
-            const bool motionBlurOnly = random() % 8 == 0;
+        // A few frames after each edit, forward and back, some inside, some beyond the clip, of the
+        // clip and of the edited block and curve.
+        for (int f = 0; f < 9; ++f) {
+            zeAnimationObject* root = f % 3 == 0   ? static_cast<zeAnimationObject*>(clip)
+                                      : f % 3 == 1 ? static_cast<zeAnimationObject*>(unit)
+                                                   : c;
+            const bool motionBlurOnly = random() % 3 == 0;
+            // Motion blur moves only objects the frame is inside of.
+            const float b = root->getBegin();
+            const float e = root->getEnd();
+            const float frame = motionBlurOnly && b < e ? uniform(b, e) : uniform(-20.0f, 130.0f);
             const std::map<zeAnimationField*, float> expected =
-                reference::evaluateObject(clip, frame, motionBlurOnly);
+                reference::evaluateObject(root, frame, motionBlurOnly);
             for (zeAnimationField* field : fields)
                 field->value = -777.0f;
-            controller->evaluateObject(clip, frame, motionBlurOnly);
+            controller->evaluateObject(root, frame, motionBlurOnly);
             for (zeAnimationField* field : fields) {
                 const auto it = expected.find(field);
                 const float want = it == expected.end() ? -777.0f : it->second;
@@ -253,7 +280,7 @@ TEST_F(EvaluationTest, PlanMatchesTheStepByStepEvaluationThroughEdits)
             }
         }
     }
-    EXPECT_EQ(compared, 400 * 3 * 5);
+    EXPECT_EQ(compared, 400 * 9 * 5);
 }
 
 } // namespace
