@@ -5,6 +5,7 @@
 
 #include <OpenSG/OSGBaseTypes.h>
 
+#include <cstddef>
 #include <string>
 
 // Binds animation data to one float of the scene: one component of one field of one scene field
@@ -25,6 +26,10 @@ public:
     bool dirty;
 
     osg::UInt64 getId() const { return id; }
+
+    // Fields live side by side in blocks of their own (see zeAnimationField.cpp).
+    static void* operator new(std::size_t size);
+    static void operator delete(void* field, std::size_t size);
 
     // Assignment makes an exact twin, identifier included, which the manager must not register.
     zeAnimationField& operator=(const zeAnimationField& other);

@@ -283,4 +283,34 @@ TEST_F(EvaluationTest, PlanMatchesTheStepByStepEvaluationThroughEdits)
     EXPECT_EQ(compared, 400 * 9 * 5);
 }
 
+// Playback writes every field on every frame, so fields made one after another lie one after
+// another; fields given back are reused without touching the fields still alive.
+TEST_F(EvaluationTest, FieldsLieSideBySideAndSurviveReuse)
+{
+    std::vector<zeAnimationField*> fields;
+    for (int i = 0; i < 3000; ++i)
+        fields.push_back(manager->createField(0));
+#if !defined(__SANITIZE_ADDRESS__) // there each field is an allocation of its own
+    int adjacent = 0;
+    for (std::size_t i = 1; i < fields.size(); ++i)
+        adjacent += fields[i] == fields[i - 1] + 1;
+    EXPECT_GE(adjacent, 2990);
+#endif
+    for (std::size_t i = 0; i < fields.size(); i += 2)
+        manager->destroyField(fields[i]);
+    for (std::size_t i = 0; i < fields.size(); i += 2)
+        fields[i] = manager->createField(0);
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        fields[i]->value = static_cast<float>(i);
+        fields[i]->name = std::string(20, static_cast<char>('a' + i % 26)); // beyond a short string
+    }
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        ASSERT_EQ(fields[i]->value, static_cast<float>(i));
+        ASSERT_EQ(fields[i]->name, std::string(20, static_cast<char>('a' + i % 26)));
+        ASSERT_EQ(manager->getField(fields[i]->getId()), fields[i]);
+    }
+    for (zeAnimationField* field : fields)
+        manager->destroyField(field);
+}
+
 } // namespace
