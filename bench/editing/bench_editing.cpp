@@ -7,13 +7,17 @@
 #include <zeAnimation/zeAnimationSequence.h>
 #include <zeAnimation/zeAnimationStreak.h>
 #include <zeAnimation/zeAnimationStrip.h>
+#include <zeAnimation/zeAnimationUnit.h>
 #include <zeAnimation/zeControlPoint2D.h>
 
 #include <OpenSG/OSGBaseFunctions.h>
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -134,6 +138,48 @@ void BM_OverlappingSequencesIntoClip(benchmark::State& state)
 BENCHMARK(BM_OverlappingSequencesIntoClip)
     ->Arg(20000)
     ->Arg(40000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+
+// The keys of a long curve, held by a block, destroyed one by one through the manager as an
+// editor deletes them: in order of x (second argument 0) or in a shuffled order (1).
+void BM_DestroyKeysOneByOne(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    const bool shuffled = state.range(1) != 0;
+    std::mt19937 random(7);
+    for (auto _ : state) {
+        state.PauseTiming();
+        zeAnimationUnit* block = manager()->createUnit(0);
+        zeAnimationCurve2D* curve = manager()->createCurve2D();
+        block->addObject(curve);
+        const std::size_t pool = manager()->getObjectCount();
+        std::vector<zeControlPoint2D*> keys;
+        keys.reserve(count);
+        for (int i = 0; i < count; ++i)
+            keys.push_back(manager()->createPoint2D(static_cast<float>(i), std::sin(i * 0.1f)));
+        curve->setPoints(keys);
+        if (shuffled)
+            std::shuffle(keys.begin(), keys.end(), random);
+        state.ResumeTiming();
+        for (zeControlPoint2D* key : keys)
+            manager()->destroyObject(key);
+        state.PauseTiming();
+        const bool emptied =
+            curve->getPointCount() == 0 && curve->isEmpty() && manager()->getObjectCount() == pool;
+        manager()->destroyObject(block);
+        state.ResumeTiming();
+        if (!emptied) {
+            state.SkipWithError("keys are left on the curve after every one was destroyed");
+            break;
+        }
+    }
+}
+BENCHMARK(BM_DestroyKeysOneByOne)
+    ->Args({10000, 0})
+    ->Args({10000, 1})
+    ->Args({100000, 0})
+    ->Args({100000, 1})
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
 
