@@ -2,8 +2,9 @@
 #define ZEANIMATIONACCESS_H
 
 // The library's internal code (the file loader) builds and links objects in bulk, which the
-// public operations do one by one with every update on the way. This class is its one way to
-// those protected steps: each public class that offers one declares `friend class
+// public operations do one by one with every update on the way, and the editing indexes kept
+// beside the objects read and keep their child lists. This class is their one way to those
+// protected parts: each public class that offers one declares `friend class
 // zeAnimationAccess;` and nothing else, so the public headers name no internal class but this
 // opaque one, and the steps it exposes are listed here in one place.
 //
@@ -53,6 +54,11 @@ public:
 
     static osg::UInt32 parentNodeId(const zeAnimationUnit* unit) { return unit->parentNodeId; }
     static void setParentNodeId(zeAnimationUnit* unit, osg::UInt32 nodeId) { unit->parentNodeId = nodeId; }
+
+    // An object's editing-time indexes (Animation/internal/zeEditIndex.h), made on first use,
+    // and the child list they index.
+    static zeEditIndex*& editIndex(const zeAnimationObject* object) { return object->editIndex; }
+    static zeAnimationObject::ChildList& childList(zeAnimationObject* object) { return object->childIds; }
 
     // The manager's registries, read in place (copying a million entries is not cheap).
     static const zeAnimationManager::ObjectMap& objects() { return zeAnimationManager::the()->_objects; }

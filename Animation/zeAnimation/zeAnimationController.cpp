@@ -15,6 +15,7 @@
 
 #include "zeAnimationRevision.h"
 #include "zeCurveKernel.h"
+#include "zeEditIndex.h"
 #include "zeEvaluationPlan.h"
 
 #include <algorithm>
@@ -828,17 +829,17 @@ bool zeAnimationController::computeCurveValue(zeAnimationCurve2D* curve, float f
 {
     if (!curve)
         return false;
-    // The curve's key cache answers the map's upper bound without building the map.
+    // The curve's key index answers the map's upper bound without building the map.
     const zeControlPoint2D* k0 = nullptr;
     const zeControlPoint2D* k1 = nullptr;
-    switch (curve->locateSegment(frame, k0, k1)) {
-    case zeAnimationCurve2D::TooFewKeys:
+    switch (zeKeyIndex::locateSegment(curve, frame, k0, k1)) {
+    case zeKeyIndex::TooFewKeys:
         return false;
-    case zeAnimationCurve2D::BeforeFirst: // the second key's value, as it has always been
-    case zeAnimationCurve2D::AfterLast:
+    case zeKeyIndex::BeforeFirst: // the second key's value, as it has always been
+    case zeKeyIndex::AfterLast:
         value = k0->getY();
         return true;
-    case zeAnimationCurve2D::InsideSegment:
+    case zeKeyIndex::InsideSegment:
         break;
     }
     zeCurveKernel::Segment segment;

@@ -10,6 +10,7 @@
 
 #include "zeAnimationRevision.h"
 #include "zeCurveKernel.h"
+#include "zeEditIndex.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,6 +31,11 @@ void mapX(zeControlPoint2D* key, F f)
         in->setX(f(in->getX()));
     if (zeControlPoint2D* out = key->getOutTangentPoint())
         out->setX(f(out->getX()));
+}
+
+zeControlPoint2D* pointAt(const zeKeyState& index, std::size_t slot)
+{
+    return slot == zeKeyIndex::NoSlot ? nullptr : index.points[slot];
 }
 
 } // namespace
@@ -145,236 +151,26 @@ osg::NodePtr zeAnimationCurve2D::getParentOSGNode() const
     return osg::NullFC;
 }
 
-// ---- Key cache --------------------------------------------------------------------------------
-
-bool zeAnimationCurve2D::keyCacheIsFresh() const
-{
-    return keyCache.built && keyCache.revision == zeAnimationRevision::current();
-}
-
-void zeAnimationCurve2D::stampKeyCache() const
-{
-    keyCache.revision = zeAnimationRevision::current();
-    keyCache.built = true;
-}
-
-void zeAnimationCurve2D::rebuildKeyCache() const
-{
-    KeyCache& c = keyCache;
-    c.xs.clear();
-    c.ys.clear();
-    c.points.clear();
-    c.nodes.clear();
-    c.ordered = true;
-    c.complete = true;
-    c.hasNaN = false;
-    ChildList& list = const_cast<ChildList&>(childIds);
-    for (ChildList::iterator it = list.begin(); it != list.end(); ++it) {
-        zeControlPoint2D* point = typedChild<zeControlPoint2D>(*it);
-        if (!point) {
-            c.complete = false;
-            continue;
-        }
-        const float x = point->getX();
-        if (std::isnan(x))
-            c.hasNaN = true;
-        if (!c.xs.empty() && !(c.xs.back() < x))
-            c.ordered = false;
-        c.xs.push_back(x);
-        c.ys.push_back(point->getY());
-        c.points.push_back(point);
-        c.nodes.push_back(it);
-    }
-    c.keyCount = c.points.size();
-    c.extremes = false;
-    if (c.hasNaN)
-        c.ordered = false;
-    if (!c.ordered && !c.hasNaN) {
-        // Out of order or sharing an x: the map's rule (first in child order per x) decides.
-        const PointMap map = getPoints();
-        c.xs.clear();
-        c.ys.clear();
-        c.points.clear();
-        c.nodes.clear();
-        for (const PointMap::value_type& entry : map) {
-            c.xs.push_back(entry.first);
-            c.ys.push_back(entry.second->getY());
-            c.points.push_back(entry.second);
-        }
-    }
-    if (c.lastSegment + 1 >= c.points.size())
-        c.lastSegment = 0;
-    stampKeyCache();
-}
-
-const zeAnimationCurve2D::KeyCache& zeAnimationCurve2D::validKeyCache() const
-{
-    if (!keyCacheIsFresh())
-        rebuildKeyCache();
-    return keyCache;
-}
-
-zeAnimationCurve2D::SegmentLocation
-zeAnimationCurve2D::locateSegment(float frame, const zeControlPoint2D*& k0, const zeControlPoint2D*& k1) const
-{
-    const KeyCache& c = validKeyCache();
-    if (c.hasNaN) {
-        // No strict order to search in: the literal map lookup, allocation and all.
-        const PointMap points = getPoints();
-        if (points.size() < 2)
-            return TooFewKeys;
-        const PointMap::const_iterator upper = points.upper_bound(frame);
-        if (upper == points.begin()) {
-            k0 = std::next(points.begin())->second;
-            return BeforeFirst;
-        }
-        k0 = std::prev(upper)->second;
-        if (upper == points.end())
-            return AfterLast;
-        k1 = upper->second;
-        return InsideSegment;
-    }
-    const std::size_t n = c.xs.size();
-    // The hint is the upper bound of the segment found last: playback asks frame after frame.
-    std::size_t hint = c.lastSegment + 1;
-    const std::size_t upper = zeCurveKernel::upperBound(c.xs.data(), n, frame, hint);
-    switch (zeCurveKernel::locate(n, upper)) {
-    case zeCurveKernel::TooFewKeys:
-        return TooFewKeys;
-    case zeCurveKernel::BeforeFirst:
-        k0 = c.points[1];
-        return BeforeFirst;
-    case zeCurveKernel::AfterLast:
-        k0 = c.points[n - 1];
-        return AfterLast;
-    case zeCurveKernel::Inside:
-        break;
-    }
-    keyCache.lastSegment = upper - 1;
-    k0 = c.points[upper - 1];
-    k1 = c.points[upper];
-    return InsideSegment;
-}
-
-bool zeAnimationCurve2D::keysKnownInOrder() const
-{
-    const KeyCache& c = validKeyCache();
-    return c.ordered && c.complete;
-}
-
-bool zeAnimationCurve2D::insertKeyInOrder(zeControlPoint2D* key)
-{
-    const KeyCache& c = validKeyCache();
-    const float x = key->getX();
-    if (!c.ordered || !c.complete || std::isnan(x) || manager()->getPoint2D(key->getId()) != key)
-        return false;
-    // After every key with an x not above the new one: where a stable sort of the list with the
-    // new identifier appended would put it.
-    const std::size_t at =
-        static_cast<std::size_t>(std::upper_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
-    if (at > 0 && !(c.xs[at - 1] < x))
-        return false; // shares an x with a key: the cache would lose its strict order
-    KeyCache& w = keyCache;
-    const ChildList::iterator node =
-        childIds.insert(at < w.nodes.size() ? w.nodes[at] : childIds.end(), key->getId());
-    w.xs.insert(w.xs.begin() + at, x);
-    w.ys.insert(w.ys.begin() + at, key->getY());
-    w.points.insert(w.points.begin() + at, key);
-    w.nodes.insert(w.nodes.begin() + at, node);
-    ++w.keyCount;
-    zeAnimationRevision::bump(); // the child list changed, in step with the cache
-    w.revision = zeAnimationRevision::current();
-    foldExtreme(at, true);
-    return true;
-}
-
-void zeAnimationCurve2D::foldExtreme(std::size_t at, bool inserted) const
-{
-    KeyCache& w = keyCache;
-    if (!w.extremes)
-        return;
-    if (inserted) {
-        w.lowAt += w.lowAt >= at ? 1 : 0;
-        w.highAt += w.highAt >= at ? 1 : 0;
-    }
-    // The first of equal values stays, as the fold over the child list keeps it.
-    const float y = w.ys[at];
-    if (y < w.lowY || (y == w.lowY && at < w.lowAt)) {
-        w.lowY = y;
-        w.lowAt = at;
-    }
-    if (y > w.highY || (y == w.highY && at < w.highAt)) {
-        w.highY = y;
-        w.highAt = at;
-    }
-}
-
-bool zeAnimationCurve2D::eraseKeyInOrder(zeControlPoint2D* key)
-{
-    const KeyCache& c = validKeyCache();
-    if (!c.ordered || !c.complete)
-        return false;
-    const float x = key->getX();
-    const std::size_t at =
-        static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
-    if (at >= c.points.size() || c.points[at] != key || *c.nodes[at] != key->getId())
-        return false;
-    KeyCache& w = keyCache;
-    childIds.erase(w.nodes[at]);
-    zeAnimationRevision::bump(); // the child list changed, in step with the cache
-    w.revision = zeAnimationRevision::current();
-    if (w.lowAt == at || w.highAt == at) {
-        w.extremes = false;
-    } else {
-        w.lowAt -= w.lowAt > at ? 1 : 0;
-        w.highAt -= w.highAt > at ? 1 : 0;
-    }
-    w.xs.erase(w.xs.begin() + at);
-    w.ys.erase(w.ys.begin() + at);
-    w.points.erase(w.points.begin() + at);
-    w.nodes.erase(w.nodes.begin() + at);
-    --w.keyCount;
-    return true;
-}
-
-bool zeAnimationCurve2D::recomputeTangents(zeControlPoint2D* key)
-{
-    // Validated first, so that the neighbour lookup inside finds it fresh.
-    validKeyCache();
-    const osg::UInt64 before = zeAnimationRevision::current();
-    const bool written = key->computeTangents();
-    // computeTangents writes the two handles and nothing else. Handles are never registered, so
-    // they are in no key cache: when exactly those writes happened, the cache still holds.
-    if (keyCache.built && keyCache.revision == before &&
-        zeAnimationRevision::current() == before + (written ? 2u : 0u))
-        keyCache.revision = zeAnimationRevision::current();
-    return written;
-}
+// ---- Bounds -----------------------------------------------------------------------------------
 
 void zeAnimationCurve2D::updateBounds()
 {
-    const KeyCache& c = validKeyCache();
+    const zeKeyState& c = zeKeyIndex::withGaps(this);
     if (!c.ordered || !c.complete) {
         zeAnimationObject::updateBounds();
         return;
     }
-    if (c.points.empty())
+    const std::size_t firstSlot = zeKeyIndex::firstSlot(c);
+    if (firstSlot == zeKeyIndex::NoSlot)
         return;
-    // The base class's fold over the children in child order, read from the cache: every child
-    // is a key, whose begin and end are its x and whose maximum and minimum are its y. The keys
-    // strictly increase in x, so the first and the last give begin and end; the y extremes are
-    // kept in step with the keys.
-    KeyCache& w = keyCache;
-    if (!w.extremes) {
-        w.lowY = w.highY = c.ys[0];
-        w.lowAt = w.highAt = 0;
-        w.extremes = true;
-        for (std::size_t i = 1; i < c.ys.size(); ++i)
-            foldExtreme(i, false);
-    }
+    // The base class's fold over the children in child order, read from the key index: every
+    // child is a key, whose begin and end are its x and whose maximum and minimum are its y. The
+    // keys strictly increase in x, so the first and the last give begin and end; the y extremes
+    // are kept in step with the keys.
+    const zeKeyState& w = zeKeyIndex::extremes(this);
     // Each fold starts from the empty interval and takes only a strictly better value.
-    const float first = c.xs.front();
-    const float last = c.xs.back();
+    const float first = w.xs[firstSlot];
+    const float last = w.xs[zeKeyIndex::lastSlot(w)];
     storeBounds(first < EmptyLow ? first : EmptyLow, last > EmptyHigh ? last : EmptyHigh,
                 w.highY > EmptyHigh ? w.highY : EmptyHigh, w.lowY < EmptyLow ? w.lowY : EmptyLow);
 }
@@ -423,12 +219,12 @@ std::vector<zeControlPoint2D*> zeAnimationCurve2D::getSelectedPointsAndTangentPo
 
 osg::UInt32 zeAnimationCurve2D::getPointCount() const
 {
-    return static_cast<osg::UInt32>(validKeyCache().keyCount);
+    return static_cast<osg::UInt32>(zeKeyIndex::withGaps(this).keyCount);
 }
 
 zeControlPoint2D* zeAnimationCurve2D::findPoint(float x) const
 {
-    const KeyCache& c = validKeyCache();
+    const zeKeyState& c = zeKeyIndex::current(this);
     if (c.ordered) {
         const std::size_t at =
             static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
@@ -452,7 +248,8 @@ zeControlPoint2D* zeAnimationCurve2D::findPoint(osg::UInt64 pointId) const
 
 zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(zeControlPoint2D* point) const
 {
-    const KeyCache& c = validKeyCache();
+    // A key's own slot is found by its x, gaps left by erased keys or not.
+    const zeKeyState& c = zeKeyIndex::withGaps(this);
     if (c.ordered) {
         if (!point)
             return Neighbours(nullptr, nullptr);
@@ -461,7 +258,8 @@ zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(zeCon
             std::lower_bound(c.xs.begin(), c.xs.end(), point->getX()) - c.xs.begin());
         if (at >= n || c.points[at] != point)
             return Neighbours(nullptr, nullptr);
-        return Neighbours(at > 0 ? c.points[at - 1] : nullptr, at + 1 < n ? c.points[at + 1] : nullptr);
+        return Neighbours(pointAt(c, zeKeyIndex::previousSlot(c, at)),
+                          pointAt(c, zeKeyIndex::nextSlot(c, at)));
     }
     const std::vector<zeControlPoint2D*> points = keys();
     for (std::size_t i = 0; point && i < points.size(); ++i) {
@@ -474,7 +272,7 @@ zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(zeCon
 
 zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(float x) const
 {
-    const KeyCache& c = validKeyCache();
+    const zeKeyState& c = zeKeyIndex::current(this);
     if (c.ordered) {
         const std::vector<float>::const_iterator below = std::lower_bound(c.xs.begin(), c.xs.end(), x);
         const std::vector<float>::const_iterator above = std::upper_bound(below, c.xs.end(), x);
@@ -494,16 +292,17 @@ zeAnimationCurve2D::Neighbours zeAnimationCurve2D::getPreviousAndNextPoint(float
 bool zeAnimationCurve2D::getMapNeighbours(float x, const zeControlPoint2D*& previous,
                                           const zeControlPoint2D*& next) const
 {
-    const KeyCache& c = validKeyCache();
+    const zeKeyState& c = zeKeyIndex::withGaps(this);
     if (!c.hasNaN) {
-        // The cache holds getPoints() in order, so this is the map's lower bound.
+        // The index holds getPoints() in order, so this is the map's lower bound. A gap keeps
+        // the x of the key erased there, which no other key has.
         const std::size_t n = c.xs.size();
         const std::size_t at =
             static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), x) - c.xs.begin());
-        if (at == n || c.xs[at] != x)
+        if (at == n || c.xs[at] != x || !c.points[at])
             return false;
-        previous = at == 0 ? nullptr : c.points[at - 1];
-        next = at + 1 == n ? nullptr : c.points[at + 1];
+        previous = pointAt(c, zeKeyIndex::previousSlot(c, at));
+        next = pointAt(c, zeKeyIndex::nextSlot(c, at));
         return true;
     }
     const PointMap points = getPoints();
@@ -580,11 +379,11 @@ bool zeAnimationCurve2D::checkMoveConstraints2(zeControlPoint2D* point, float dx
 void zeAnimationCurve2D::recomputeAround(zeControlPoint2D* key)
 {
     const Neighbours around = getPreviousAndNextPoint(key);
-    recomputeTangents(key);
+    zeKeyIndex::recomputeTangents(this, key);
     if (around.first)
-        recomputeTangents(around.first);
+        zeKeyIndex::recomputeTangents(this, around.first);
     if (around.second)
-        recomputeTangents(around.second);
+        zeKeyIndex::recomputeTangents(this, around.second);
 }
 
 zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
@@ -604,10 +403,10 @@ zeAnimationObject* zeAnimationCurve2D::addObject(zeAnimationObject* object)
         subObject(existing, true);
     key->parentId = id;
     const bool wasEmpty = childIds.empty();
-    if (!insertKeyInOrder(key)) {
+    if (!zeKeyIndex::insertInOrder(this, key)) {
         childIds.push_back(key->getId());
         zeAnimationRevision::bump();
-        dropKeyCache();
+        zeKeyIndex::drop(this);
         sortObjectsByBegin();
     }
     if (wasEmpty)
@@ -632,35 +431,29 @@ zeAnimationObject* zeAnimationCurve2D::subObject(zeAnimationObject* object, bool
     if (key->parentId != id)
         return nullptr;
     const Neighbours around = getPreviousAndNextPoint(key);
-    const bool erasedInStep = eraseKeyInOrder(key);
+    const bool erasedInStep = zeKeyIndex::eraseInOrder(this, key);
     if (!erasedInStep) {
         FindResult found = findObject(object->getId());
         if (!found.first)
             return nullptr;
         childIds.erase(found.second);
         zeAnimationRevision::bump();
-        dropKeyCache();
+        zeKeyIndex::drop(this);
     }
     key->parentId = 0;
     if (childIds.empty())
         noteChange();
     if (around.first)
-        recomputeTangents(around.first);
+        zeKeyIndex::recomputeTangents(this, around.first);
     if (around.second)
-        recomputeTangents(around.second);
+        zeKeyIndex::recomputeTangents(this, around.second);
     if (getPointCount() == 0)
         updateBy(this, Remove, true);
     else
         updateBy(this, Change, true);
     if (destroy) {
         zeAnimationManager* m = manager();
-        const bool fresh = erasedInStep && keyCacheIsFresh();
-        const osg::UInt64 before = zeAnimationRevision::current();
-        m->destroyPoint2D(key);
-        // Erased in step, the key is in neither the list nor the cache, and its registry entry
-        // named no key the cache holds: when that entry was the only change, the cache holds.
-        if (fresh && zeAnimationRevision::current() == before + 1)
-            keyCache.revision = zeAnimationRevision::current();
+        zeKeyIndex::keepAcross(this, key, [m, key] { m->destroyPoint2D(key); });
         return nullptr;
     }
     return key;
@@ -749,7 +542,7 @@ void zeAnimationCurve2D::assignKeys(const std::vector<zeControlPoint2D*>& points
             losers.push_back(old);
     }
     childIds.clear();
-    dropKeyCache();
+    zeKeyIndex::drop(this);
     for (zeControlPoint2D* point : kept) {
         point->parentId = id;
         childIds.push_back(point->getId());
@@ -773,7 +566,7 @@ void zeAnimationCurve2D::changeTangentsOfSelectedPoints(zeControlPoint2D::Tangen
 {
     for (zeControlPoint2D* key : getSelectedPoints()) {
         key->setTangentType(mode);
-        recomputeTangents(key);
+        zeKeyIndex::recomputeTangents(this, key);
     }
 }
 
@@ -799,47 +592,12 @@ void zeAnimationCurve2D::moveSelectedPoints(const osg::Vec2f& delta, bool snapX,
         const osg::Pnt2f position = zeAnimationUtils::snap(base + delta, snapX, snapY);
         const osg::Pnt2f in = zeAnimationUtils::snap(baseIn + delta, snapX, snapY);
         const osg::Pnt2f out = zeAnimationUtils::snap(baseOut + delta, snapX, snapY);
-        placeKey(key, position, osg::Vec2f(in[0], in[1]), osg::Vec2f(out[0], out[1]));
+        zeKeyIndex::placeKey(this, key, position, osg::Vec2f(in[0], in[1]), osg::Vec2f(out[0], out[1]));
         recomputeAround(key);
         moved = true;
     }
     if (moved)
         updateBy(this, Change, true);
-}
-
-void zeAnimationCurve2D::placeKey(zeControlPoint2D* key, const osg::Pnt2f& position, const osg::Vec2f& in,
-                                  const osg::Vec2f& out)
-{
-    const KeyCache& c = validKeyCache();
-    const std::size_t n = c.xs.size();
-    std::size_t at = n;
-    if (c.ordered && c.complete) {
-        at = static_cast<std::size_t>(std::lower_bound(c.xs.begin(), c.xs.end(), key->getX()) - c.xs.begin());
-        if (at < n && c.points[at] != key)
-            at = n;
-    }
-    const auto finite = [](float x, float y) { return std::isfinite(x) && std::isfinite(y); };
-    const bool fresh = keyCacheIsFresh();
-    const osg::UInt64 expected = zeAnimationRevision::current() + (finite(position[0], position[1]) ? 1 : 0) +
-                                 (key->getInTangentPoint() && finite(in[0], in[1]) ? 1 : 0) +
-                                 (key->getOutTangentPoint() && finite(out[0], out[1]) ? 1 : 0);
-    key->setPosition(position);
-    key->setInTangent(in);
-    key->setOutTangent(out);
-    // The key's own writes, and nothing else, happened since the cache was valid: when the key
-    // stays strictly between its neighbours, only its entry changes.
-    const float x = key->getX();
-    KeyCache& w = keyCache;
-    if (at == n || !fresh || zeAnimationRevision::current() != expected || (at > 0 && !(w.xs[at - 1] < x)) ||
-        (at + 1 < n && !(x < w.xs[at + 1])))
-        return;
-    w.xs[at] = x;
-    w.ys[at] = key->getY();
-    if (w.extremes && (w.lowAt == at || w.highAt == at))
-        w.extremes = false;
-    else
-        foldExtreme(at, false);
-    w.revision = expected;
 }
 
 void zeAnimationCurve2D::moveSelectedPointsTo(const osg::Pnt2f& target, bool snapX, bool snapY, bool useTemp)

@@ -113,92 +113,11 @@ protected:
     static zeAnimationCurve2D _the;
 
 private:
-    // ---- Key cache --------------------------------------------------------------------------
-    // getPoints() as sorted arrays, so that evaluation and the neighbour and key lookups neither
-    // build a map nor resolve identifiers on every call. It is checked, never trusted: it is
-    // rebuilt once the pool's revision moved on from the one it was built at (this curve's own
-    // edits update it in step and take the new revision, or drop it). A copied curve starts
-    // without a cache. Not thread-safe, like the rest of the model.
-    struct KeyCache
-    {
-        KeyCache() = default;
-        KeyCache(const KeyCache&) {}
-        KeyCache& operator=(const KeyCache&)
-        {
-            built = false;
-            return *this;
-        }
-
-        bool built = false;
-        // The resolved keys, in child order, strictly increase in x (no NaN): the arrays hold
-        // exactly the keys in child order, not only the getPoints() representatives.
-        bool ordered = false;
-        // Every child identifier resolves to a key: with `ordered`, nodes[i] is the child-list
-        // entry of points[i].
-        bool complete = false;
-        // Some key's x is NaN: the map's order is not a strict weak order, so lookups take the
-        // literal map-based path.
-        bool hasNaN = false;
-        osg::UInt64 revision = 0;
-        std::size_t keyCount = 0; // resolved keys, duplicates at one x included
-        std::vector<float> xs;
-        std::vector<float> ys;
-        std::vector<zeControlPoint2D*> points;
-        std::vector<ChildList::iterator> nodes;
-        // Index of the segment evaluation found last: playback asks frame after frame.
-        std::size_t lastSegment = 0;
-        // With `ordered` and `complete`: the smallest and largest y and the first key holding
-        // each, kept in step with single insertions, removals and moves; worked out again when
-        // `extremes` is false.
-        bool extremes = false;
-        float lowY = 0.0f;
-        float highY = 0.0f;
-        std::size_t lowAt = 0;
-        std::size_t highAt = 0;
-    };
-
-    enum SegmentLocation
-    {
-        TooFewKeys,
-        BeforeFirst,
-        AfterLast,
-        InsideSegment
-    };
-
-    const KeyCache& validKeyCache() const;
-    bool keyCacheIsFresh() const;
-    void stampKeyCache() const;
-    void rebuildKeyCache() const;
-    void dropKeyCache() { keyCache.built = false; }
-    // Evaluation's search: BeforeFirst gives the second key in k0, AfterLast the last key in k0,
-    // InsideSegment the keys around the frame.
-    SegmentLocation locateSegment(float frame, const zeControlPoint2D*& k0,
-                                  const zeControlPoint2D*& k1) const;
-    // For the base class's sort: true when the cache shows every child a key in strict order.
-    bool keysKnownInOrder() const;
-    // Inserts a key's identifier where a stable sort by x would put it, keeping the cache in
-    // step; false (nothing done) when the cache cannot tell where that is.
-    bool insertKeyInOrder(zeControlPoint2D* key);
-    // Removes a key's entry, keeping the cache in step; false when the cache cannot locate it.
-    bool eraseKeyInOrder(zeControlPoint2D* key);
-    // computeTangents, telling the cache that only handles moved, so it stays valid.
-    bool recomputeTangents(zeControlPoint2D* key);
-    // Writes a key's position and handles; a key that stays between its neighbours keeps the
-    // cache valid.
-    void placeKey(zeControlPoint2D* key, const osg::Pnt2f& position, const osg::Vec2f& in,
-                  const osg::Vec2f& out);
-    // Folds the y of the key at `at` into the cache's extremes (shifting them first when a key
-    // was inserted there).
-    void foldExtreme(std::size_t at, bool inserted) const;
-
-    mutable KeyCache keyCache;
-
     zeAnimationCurve2D();
     std::vector<zeControlPoint2D*> keys() const;
     void recomputeAround(zeControlPoint2D* key);
     // setPoints; without `propagate` the curve updates itself only, not its ancestors.
     void assignKeys(const std::vector<zeControlPoint2D*>& points, bool propagate);
-    void insertKeyId(zeControlPoint2D* key);
     osg::UInt32 removeKeys(bool selectedOnly, bool destroy, zeAnimationCurve2D* target);
 
     static osg::UInt32 _typeID;

@@ -4,6 +4,7 @@
 #include "zeAnimationHelpers.h"
 #include "zeAnimationIdIndex.h"
 #include "zeAnimationRevision.h"
+#include "zeEditIndex.h"
 #include <zeAnimation/zeAnimationController.h>
 #include <zeAnimation/zeAnimationCurve2D.h>
 #include <zeAnimation/zeAnimationField.h>
@@ -991,7 +992,7 @@ zeAnimationCurve2D* zeAnimationManager::importCurve(const osg::AnimationCurvePtr
     if (!points.empty()) {
         curve->setPoints(points);
         for (zeControlPoint2D* key : curve->keys())
-            curve->recomputeTangents(key);
+            zeKeyIndex::recomputeTangents(curve, key);
     }
     return zeAnimationCast<zeAnimationCurve2D>(adoptImported(block, curve));
 }
@@ -1094,17 +1095,25 @@ void zeAnimationManager::destroyObject(zeAnimationObject* object)
     if (!object || !isRegistered(object))
         return;
     detachFromScene(object);
+    zeAnimationCurve2D* curve = nullptr;
     if (zeAnimationObject* parent = registeredParent(object)) {
         // Whatever container lists the object lets it go, so no list ever names a destroyed
         // object. During destroyAllObjects only parents that outlive the run are told; the others
         // are destroyed later in it.
-        if (!_bulkSurvivors || _bulkSurvivors->count(parent->id) != 0)
+        if (!_bulkSurvivors || _bulkSurvivors->count(parent->id) != 0) {
+            const zeAnimationObject::Watch watched(parent);
             object->leaveParent();
-        else
+            if (object->getTypeID() == zeAnimationObject::TypePoint2D)
+                curve = zeAnimationCast<zeAnimationCurve2D>(watched.get());
+        } else {
             parent->invalidateChildState(); // its entry for the object would outlive the object
+        }
     }
-    unregisterPointer(object);
-    deleteObject(object);
+    // A key that left its curve: the curve's key index may survive its leaving the registry.
+    zeKeyIndex::keepAcross(curve, zeAnimationCast<zeControlPoint2D>(object), [this, object] {
+        unregisterPointer(object);
+        deleteObject(object);
+    });
 }
 
 void zeAnimationManager::destroyPoint2D(zeControlPoint2D* point)

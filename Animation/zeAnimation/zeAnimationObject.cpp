@@ -7,6 +7,7 @@
 #include <zeAnimation/zeControlPoint2D.h>
 
 #include "zeAnimationRevision.h"
+#include "zeEditIndex.h"
 
 #include <algorithm>
 #include <cmath>
@@ -78,18 +79,72 @@ zeAnimationObject::zeAnimationObject()
       usePlayRange(false), startPlayRange(0.0f), endPlayRange(0.0f), startPlay(0.0f), parentId(0)
 {}
 
+zeAnimationObject::zeAnimationObject(const zeAnimationObject& other)
+{
+    copyMembers(other);
+}
+
+zeAnimationObject& zeAnimationObject::operator=(const zeAnimationObject& other)
+{
+    if (this == &other)
+        return *this;
+    copyMembers(other);
+    // The indexes described the children this object had.
+    delete editIndex;
+    editIndex = nullptr;
+    return *this;
+}
+
+void zeAnimationObject::copyMembers(const zeAnimationObject& other)
+{
+    id = other.id;
+    curveIds = other.curveIds;
+    sequenceIds = other.sequenceIds;
+    childIds = other.childIds;
+    begin = other.begin;
+    end = other.end;
+    maximum = other.maximum;
+    minimum = other.minimum;
+    untrimmedBegin = other.untrimmedBegin;
+    untrimmedEnd = other.untrimmedEnd;
+    startTime = other.startTime;
+    stopTime = other.stopTime;
+    pauseTime = other.pauseTime;
+    lastFullFrame = other.lastFullFrame;
+    name = other.name;
+    active = other.active;
+    playing = other.playing;
+    reversePlay = other.reversePlay;
+    repeating = other.repeating;
+    pausing = other.pausing;
+    flipped = other.flipped;
+    trimmed = other.trimmed;
+    selected = other.selected;
+    locked = other.locked;
+    hidden = other.hidden;
+    motionBlur = other.motionBlur;
+    usePlayRange = other.usePlayRange;
+    startPlayRange = other.startPlayRange;
+    endPlayRange = other.endPlayRange;
+    startPlay = other.startPlay;
+    parentId = other.parentId;
+    triggers = other.triggers;
+}
+
 zeAnimationObject::~zeAnimationObject()
 {
-    if (childIds.empty())
-        return;
-    // Work on a copy: destroying a child must never touch the list being walked.
-    const std::vector<osg::UInt64> children(childIds.begin(), childIds.end());
-    zeAnimationManager* m = manager();
-    for (osg::UInt64 childId : children) {
-        if (zeAnimationObject* child = resolveChild(childId))
-            m->destroyObject(child);
+    if (!childIds.empty()) {
+        // Work on a copy: destroying a child must never touch the list being walked.
+        const std::vector<osg::UInt64> children(childIds.begin(), childIds.end());
+        zeAnimationManager* m = manager();
+        for (osg::UInt64 childId : children) {
+            if (zeAnimationObject* child = resolveChild(childId))
+                m->destroyObject(child);
+        }
+        childIds.clear();
     }
-    childIds.clear();
+    // Last: destroying the children above updates this object's indexes.
+    delete editIndex;
 }
 
 // ---- Virtual operations -----------------------------------------------------------------------
@@ -318,7 +373,7 @@ void zeAnimationObject::updateBounds()
     // Empty containers do not count; a sequence (no children by nature) and a key (whose bounds
     // are its own position) do. Each bound is the fold, in list order with strict comparisons,
     // starting from the empty interval: the child state keeps it.
-    const ChildState& state = childStateNow();
+    const zeChildState& state = zeChildIndex::current(this);
     storeBounds(state.fold[0], state.fold[1], state.fold[2], state.fold[3]);
 }
 
@@ -520,52 +575,6 @@ zeAnimationObject::FindResult zeAnimationObject::findObject(float frame)
 
 // ---- Child state ------------------------------------------------------------------------------
 
-namespace {
-
-const std::size_t kNoEntry = static_cast<std::size_t>(-1);
-// Changes noted before the state is looked at again; beyond that a rebuild is cheaper.
-const std::size_t kMostPending = 16;
-
-// Bounds 0 and 3 (begin, minimum) fold to the smallest value, 1 and 2 (end, maximum) to the
-// largest, each starting from the empty interval and replaced only by a strictly better value,
-// so the first of equal values stays.
-bool lowerFold(int k)
-{
-    return k == 0 || k == 3;
-}
-
-float foldStart(int k)
-{
-    return lowerFold(k) ? zeAnimationObject::EmptyLow : zeAnimationObject::EmptyHigh;
-}
-
-bool better(int k, float candidate, float current)
-{
-    return lowerFold(k) ? candidate < current : candidate > current;
-}
-
-// Empties the union of the four bounds: no entry holds any of them.
-void restartFold(float fold[4], std::size_t foldAt[4])
-{
-    for (int k = 0; k < 4; ++k) {
-        fold[k] = foldStart(k);
-        foldAt[k] = kNoEntry;
-    }
-}
-
-// Takes the bounds of the entry at `index` into the union: each bound it betters becomes its.
-void foldIn(const float bounds[4], std::size_t index, float fold[4], std::size_t foldAt[4])
-{
-    for (int k = 0; k < 4; ++k) {
-        if (better(k, bounds[k], fold[k])) {
-            fold[k] = bounds[k];
-            foldAt[k] = index;
-        }
-    }
-}
-
-} // namespace
-
 void zeAnimationObject::noteChange()
 {
     if (parentId == 0)
@@ -576,309 +585,46 @@ void zeAnimationObject::noteChange()
 
 void zeAnimationObject::childChanged(zeAnimationObject* child)
 {
-    if (childStateValid()) {
-        ChildState& state = childState();
-        if (std::find(state.pending.begin(), state.pending.end(), child) == state.pending.end()) {
-            if (state.pending.size() < kMostPending)
-                state.pending.push_back(child);
-            else
-                invalidateChildState();
-        }
-    }
+    zeChildIndex::noteChild(this, child);
     // A track's layout is its clip's business too.
     if (getTypeID() == TypeStreak)
         noteChange();
 }
 
-void zeAnimationObject::fillEntry(ChildEntry& entry, zeAnimationObject* child) const
+void zeAnimationObject::invalidateChildState()
 {
-    entry.object = child;
-    entry.type = child ? child->getTypeID() : osg::UInt32(TypeObject);
-    entry.counts = false;
-    entry.simple = true;
-    entry.empty = true;
-    entry.firstBegin = entry.lastEnd = entry.widestGap = 0.0f;
-    if (!child) {
-        for (float& bound : entry.bounds)
-            bound = 0.0f;
-        return;
-    }
-    entry.bounds[0] = child->getBegin();
-    entry.bounds[1] = child->getEnd();
-    entry.bounds[2] = child->getMaximum();
-    entry.bounds[3] = child->getMinimum();
-    const osg::UInt32 type = child->getTypeID();
-    entry.counts = !child->childIds.empty() || type == TypeSequence || type == TypePoint2D;
-    if (type == TypeStreak) {
-        const ChildState& layout = child->childStateNow();
-        if (layout.layoutStale)
-            child->rescanLayout();
-        entry.simple = layout.simple;
-        entry.empty = layout.entries.empty();
-        if (!entry.empty) {
-            entry.firstBegin = layout.entries.front().bounds[0];
-            entry.lastEnd = layout.entries.back().bounds[1];
-            entry.widestGap = layout.widestGap;
-        }
-    }
-}
-
-void zeAnimationObject::rebuildChildState() const
-{
-    ChildState& state = childState();
-    state.entries.clear();
-    state.pending.clear();
-    state.sorted = true;
-    state.keys = false;
-    state.simple = true;
-    state.widestGap = 0.0f;
-    state.layoutStale = false;
-    state.roomLeaves = 0;
-    restartFold(state.fold, state.foldAt);
-    state.entries.reserve(childIds.size());
-    for (osg::UInt64 childId : childIds)
-        appendToChildState(resolveChild(childId));
-    state.valid = true;
-}
-
-void zeAnimationObject::appendToChildState(zeAnimationObject* child) const
-{
-    ChildState& state = childState();
-    const std::size_t index = state.entries.size();
-    state.entries.emplace_back();
-    ChildEntry& entry = state.entries.back();
-    fillEntry(entry, child);
-    if (child) {
-        child->indexInParent = index;
-        state.keys = state.keys || child->getTypeID() == TypePoint2D;
-    }
-    if (state.roomLeaves != 0) {
-        if (index < state.roomLeaves)
-            setRoomLeaf(index);
-        else
-            state.roomLeaves = 0; // full: built again, twice the size, when next asked
-    }
-    const float b = entry.bounds[0];
-    const float e = entry.bounds[1];
-    const bool hasPrevious = index > 0;
-    const ChildEntry* previous = hasPrevious ? &state.entries[index - 1] : nullptr;
-    state.sorted = state.sorted && child && !std::isnan(b) && (!hasPrevious || previous->bounds[0] <= b);
-    if (entry.counts)
-        foldIn(entry.bounds, index, state.fold, state.foldAt);
-    if (state.layoutStale)
-        return;
-    const bool proper = child && std::isfinite(b) && std::isfinite(e) && b < e;
-    if (!proper || (hasPrevious && !(previous->bounds[1] <= b)))
-        state.simple = false;
-    else if (hasPrevious && b - previous->bounds[1] > state.widestGap)
-        state.widestGap = b - previous->bounds[1];
-}
-
-void zeAnimationObject::rescanFold() const
-{
-    ChildState& state = childState();
-    restartFold(state.fold, state.foldAt);
-    for (std::size_t i = 0; i < state.entries.size(); ++i) {
-        if (state.entries[i].counts)
-            foldIn(state.entries[i].bounds, i, state.fold, state.foldAt);
-    }
-}
-
-void zeAnimationObject::rescanLayout() const
-{
-    ChildState& state = childState();
-    state.layoutStale = false;
-    state.simple = true;
-    state.widestGap = 0.0f;
-    for (std::size_t i = 0; i < state.entries.size(); ++i) {
-        const ChildEntry& entry = state.entries[i];
-        const float b = entry.bounds[0];
-        const float e = entry.bounds[1];
-        if (!entry.object || !std::isfinite(b) || !std::isfinite(e) || !(b < e) ||
-            (i > 0 && !(state.entries[i - 1].bounds[1] <= b))) {
-            state.simple = false;
-            return;
-        }
-        if (i > 0)
-            state.widestGap = std::max(state.widestGap, b - state.entries[i - 1].bounds[1]);
-    }
-}
-
-void zeAnimationObject::updateChildEntry(std::size_t index) const
-{
-    ChildState& state = childState();
-    ChildEntry& entry = state.entries[index];
-    const ChildEntry before = entry;
-    fillEntry(entry, entry.object);
-    const std::size_t n = state.entries.size();
-    const float b = entry.bounds[0];
-    if (state.sorted)
-        state.sorted = !std::isnan(b) && (index == 0 || state.entries[index - 1].bounds[0] <= b) &&
-                       (index + 1 == n || b <= state.entries[index + 1].bounds[0]);
-    // The union: a bound that this entry held and that now recedes (or stops counting) needs
-    // the others; anything else is decided by this entry alone.
-    bool rescan = false;
-    for (int k = 0; k < 4 && !rescan; ++k) {
-        if (state.foldAt[k] == index &&
-            (!entry.counts || better(k, before.bounds[k], entry.bounds[k]) || std::isnan(entry.bounds[k])))
-            rescan = true;
-    }
-    if (rescan) {
-        rescanFold();
-    } else if (entry.counts) {
-        for (int k = 0; k < 4; ++k) {
-            const float value = entry.bounds[k];
-            if (state.foldAt[k] == index || better(k, value, state.fold[k]) ||
-                (value == state.fold[k] && index < state.foldAt[k] && state.foldAt[k] != kNoEntry)) {
-                state.fold[k] = value;
-                state.foldAt[k] = index;
-            }
-        }
-    }
-    state.layoutStale = true;
-    if (state.roomLeaves != 0)
-        setRoomLeaf(index);
-}
-
-const zeAnimationObject::ChildState& zeAnimationObject::childStateNow() const
-{
-    ChildState& state = childState();
-    // Keys do not report changes; a destroyed child may have left an entry behind.
-    if (!state.valid || state.keys) {
-        rebuildChildState();
-        return state;
-    }
-    if (state.pending.empty())
-        return state;
-    std::vector<zeAnimationObject*> pending;
-    pending.swap(state.pending);
-    for (zeAnimationObject* child : pending) {
-        const std::size_t index = child->indexInParent;
-        if (index >= state.entries.size() || state.entries[index].object != child) {
-            rebuildChildState();
-            return state;
-        }
-        updateChildEntry(index);
-    }
-    pending.clear();
-    state.pending.swap(pending); // keeps the capacity
-    return state;
+    zeChildIndex::invalidate(this);
 }
 
 bool zeAnimationObject::collidesWithChild(float nb, float ne) const
 {
-    const ChildState& state = childStateNow();
-    if (state.layoutStale)
-        rescanLayout();
-    const std::vector<ChildEntry>& entries = state.entries;
-    if (state.simple && std::isfinite(nb) && std::isfinite(ne) && nb < ne) {
-        // Children of positive length, in order and apart: for an interval of positive length
-        // the rule comes down to overlapping one of them, and their ends are in order too.
-        const std::vector<ChildEntry>::const_iterator first =
-            std::upper_bound(entries.begin(), entries.end(), nb,
-                             [](float value, const ChildEntry& entry) { return value < entry.bounds[1]; });
-        return first != entries.end() && first->bounds[0] < ne;
-    }
-    for (const ChildEntry& entry : entries) {
-        if (!entry.object)
-            continue;
-        const float cb = entry.bounds[0];
-        const float ce = entry.bounds[1];
-        if ((cb < nb && nb < ce) || (cb < ne && ne < ce) || (nb <= cb && ce <= ne) || (cb <= nb && ne <= ce))
-            return true;
-    }
-    return false;
-}
-
-void zeAnimationObject::setRoomLeaf(std::size_t index) const
-{
-    ChildState& state = childState();
-    ChildState::RoomNode leaf = {false, -std::numeric_limits<float>::infinity(),
-                                 std::numeric_limits<float>::infinity(),
-                                 -std::numeric_limits<float>::infinity()};
-    if (index < state.entries.size()) {
-        const ChildEntry& entry = state.entries[index];
-        if (entry.object && entry.type == TypeStreak) {
-            if (entry.empty || !entry.simple) {
-                leaf.open = true;
-            } else {
-                leaf.maxFirstBegin = entry.firstBegin;
-                leaf.minLastEnd = entry.lastEnd;
-                leaf.maxGap = entry.widestGap;
-            }
-        }
-    }
-    std::size_t node = state.roomLeaves + index;
-    state.room[node] = leaf;
-    for (node /= 2; node >= 1; node /= 2) {
-        const ChildState::RoomNode& a = state.room[2 * node];
-        const ChildState::RoomNode& b = state.room[2 * node + 1];
-        state.room[node] = {a.open || b.open, std::max(a.maxFirstBegin, b.maxFirstBegin),
-                            std::min(a.minLastEnd, b.minLastEnd), std::max(a.maxGap, b.maxGap)};
-    }
-}
-
-std::size_t zeAnimationObject::findRoom(std::size_t node, std::size_t low, std::size_t high, std::size_t from,
-                                        float nb, float ne) const
-{
-    const ChildState::RoomNode& summary = childState().room[node];
-    // Before the first child, after the last, or in a gap at least as wide as the interval.
-    if (high <= from || !(summary.open || ne <= summary.maxFirstBegin || summary.minLastEnd <= nb ||
-                          ne - nb <= summary.maxGap))
-        return kNoEntry;
-    if (high - low == 1)
-        return low;
-    const std::size_t middle = (low + high) / 2;
-    const std::size_t left = findRoom(2 * node, low, middle, from, nb, ne);
-    return left != kNoEntry ? left : findRoom(2 * node + 1, middle, high, from, nb, ne);
+    return zeChildIndex::collides(this, nb, ne);
 }
 
 zeAnimationObject* zeAnimationObject::firstTrackWithRoom(float nb, float ne,
                                                          bool (*tryTrack)(zeAnimationObject*, void*),
                                                          void* context) const
 {
-    const bool proper = std::isfinite(nb) && std::isfinite(ne) && nb < ne;
-    for (std::size_t i = 0;; ++i) {
-        const ChildState& state = childStateNow();
-        const std::size_t n = state.entries.size();
-        if (proper) {
-            if (state.roomLeaves == 0) {
-                std::size_t leaves = 1;
-                while (leaves < 2 * n)
-                    leaves *= 2;
-                childState().room.assign(2 * leaves, ChildState::RoomNode());
-                childState().roomLeaves = leaves;
-                for (std::size_t leaf = 0; leaf < leaves; ++leaf)
-                    setRoomLeaf(leaf);
-            }
-            i = findRoom(1, 0, state.roomLeaves, i, nb, ne);
-        }
-        if (i >= n)
-            return nullptr;
-        // Taken out first: a track that takes the object changes this state.
-        zeAnimationObject* track = state.entries[i].type == TypeStreak ? state.entries[i].object : nullptr;
-        if (track && tryTrack(track, context))
-            return track;
-    }
+    return zeChildIndex::firstTrackWithRoom(this, nb, ne, tryTrack, context);
 }
 
 void zeAnimationObject::sortObjectsByBegin()
 {
     if (childIds.size() < 2)
         return;
-    // A curve usually knows from its key cache that its keys are in strict order; asking it
+    // A curve usually knows from its key index that its keys are in strict order; asking it
     // spares the walk below, which resolves every child, on each edit of a long curve.
     const zeAnimationCurve2D* curve = zeAnimationCast<zeAnimationCurve2D>(this);
-    if (curve && curve->keysKnownInOrder())
+    if (curve && zeKeyIndex::keysKnownInOrder(curve))
         return;
     // A stable sort of an already ordered list changes nothing, and the list nearly always is
     // ordered: the child state knows.
-    const ChildState& state = childStateNow();
+    const zeChildState& state = zeChildIndex::current(this);
     if (state.sorted)
         return;
     zeAnimationRevision::bump();
     bool comparable = true;
-    for (const ChildEntry& entry : state.entries)
+    for (const zeChildEntry& entry : state.entries)
         comparable = comparable && entry.object && !std::isnan(entry.bounds[0]);
     if (!comparable) {
         // With an unresolved child or a NaN begin the comparison is no strict weak order; the
@@ -895,7 +641,7 @@ void zeAnimationObject::sortObjectsByBegin()
     // sort's order. The identifiers are written back into the existing list nodes.
     std::vector<std::pair<float, std::size_t>> order;
     order.reserve(state.entries.size());
-    for (const ChildEntry& entry : state.entries)
+    for (const zeChildEntry& entry : state.entries)
         order.emplace_back(entry.bounds[0], order.size());
     std::stable_sort(order.begin(), order.end(),
                      [](const std::pair<float, std::size_t>& a, const std::pair<float, std::size_t>& b) {
@@ -1151,8 +897,7 @@ void zeAnimationObject::appendChild(zeAnimationObject* child)
     const bool wasEmpty = childIds.empty();
     childIds.push_back(child->id);
     zeAnimationRevision::bump();
-    if (childStateValid())
-        appendToChildState(child);
+    zeChildIndex::append(this, child);
     if (wasEmpty || getTypeID() == TypeStreak)
         noteChange();
     updateBy(child, Add, true);
@@ -1219,7 +964,7 @@ void zeAnimationObject::appendQuietly(zeAnimationObject* child)
 
 void zeAnimationObject::finishAppends()
 {
-    for (const ChildEntry& entry : childStateNow().entries) {
+    for (const zeChildEntry& entry : zeChildIndex::current(this).entries) {
         if (entry.object)
             mergeSummaries(this, entry.object, Add);
     }

@@ -8,7 +8,6 @@
 
 #include <list>
 #include <map>
-#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -20,6 +19,7 @@ class zeAnimationUnit;
 class zeAnimationStreak;
 class zeAnimationStrip;
 class zeAnimationSequence;
+struct zeEditIndex;
 
 // Common base of every timed thing of the animation model. Objects never hold pointers to each
 // other: parent, children and descendants are identifiers, resolved through the manager at every
@@ -200,8 +200,8 @@ public:
 
 protected:
     zeAnimationObject();
-    zeAnimationObject(const zeAnimationObject& other) = default;
-    zeAnimationObject& operator=(const zeAnimationObject& other) = default;
+    zeAnimationObject(const zeAnimationObject& other);
+    zeAnimationObject& operator=(const zeAnimationObject& other);
     ~zeAnimationObject();
 
     void setId(osg::UInt64 value) { id = value; }
@@ -257,7 +257,7 @@ protected:
     // Sets the four bounds, telling the parent when one of them changed.
     void storeBounds(float newBegin, float newEnd, float newMaximum, float newMinimum);
     // Called after this object's interval, value range or emptiness changed, or, for a track,
-    // its children's layout: the parent takes note (see ChildState).
+    // its children's layout: the parent takes note.
     void noteChange();
     // Of a track: whether an object over [nb, ne] collides with a child by the track's overlap
     // rule (a child's interval containing or contained in it, or an edge strictly inside).
@@ -284,7 +284,8 @@ protected:
     // instead of climbing into the source's ancestors, which do not list the copy.
     void linkToParentOf(const zeAnimationObject& source);
 
-    // Members in declared order.
+    // Members in declared order; copyMembers copies each of them, so a member added here is added
+    // there too.
     osg::UInt64 id;
     std::set<osg::UInt64> curveIds;
     std::set<osg::UInt64> sequenceIds;
@@ -321,97 +322,9 @@ protected:
     static zeAnimationObject _the;
 
 private:
-    // What the updates and the track's overlap test need of the children, kept in step with them
-    // rather than found by walking all of them on every change: the children resolved in list
-    // order with the interval and value range each last reported, whether the list is in order of
-    // begin, the union of their bounds, and their layout along time. Children report every
-    // change of their interval, value range or emptiness (noteChange) and a track every change
-    // of its layout, and an appended child joins in step; anything the state cannot follow in
-    // step (a removal, a sort, a renumbering, many changes at once, a child destroyed without
-    // unlinking it) makes it
-    // rebuild. Keys do not report (their curve keeps its own key cache), so a container holding
-    // a key rebuilds on every use.
-    struct ChildEntry
-    {
-        zeAnimationObject* object; // null when the entry does not resolve to a child
-        osg::UInt32 type;
-        float bounds[4]; // begin, end, maximum, minimum
-        bool counts;     // takes part in the union: not an empty container
-        // Of a track: the layout of its own children, for its clip's insertion.
-        bool simple;
-        bool empty;
-        float firstBegin;
-        float lastEnd;
-        float widestGap;
-    };
-    struct ChildState
-    {
-        bool valid = false;
-        std::vector<ChildEntry> entries;
-        std::vector<zeAnimationObject*> pending;
-        bool sorted = false; // every entry resolves, no begin is NaN, begins never decrease
-        bool keys = false;
-        // The union: for each of the four bounds the value the base fold gives and the first
-        // entry that holds it.
-        float fold[4];
-        std::size_t foldAt[4];
-        // The layout: every child resolves to a finite interval of positive length, in order and
-        // without overlap (touching allowed); the widest gap between two neighbours. Worked out
-        // again only when asked for after a child changed.
-        bool simple = true;
-        float widestGap = 0.0f;
-        bool layoutStale = false;
-        // Of a clip, built on its first insertion and then kept in step: over ranges of entries,
-        // whether a track there may have room (see firstTrackWithRoom), so that insertion skips
-        // whole ranges of full tracks at once.
-        struct RoomNode
-        {
-            bool open;           // an empty track, or one whose children are not simply laid out
-            float maxFirstBegin; // the latest first child's begin
-            float minLastEnd;    // the earliest last child's end
-            float maxGap;        // the widest gap between neighbouring children
-        };
-        std::vector<RoomNode> room;
-        std::size_t roomLeaves = 0;
-    };
-    const ChildState& childStateNow() const;
-    void rebuildChildState() const;
-    void appendToChildState(zeAnimationObject* child) const;
-    void updateChildEntry(std::size_t index) const;
-    void rescanFold() const;
-    void rescanLayout() const;
-    void fillEntry(ChildEntry& entry, zeAnimationObject* child) const;
-    void setRoomLeaf(std::size_t index) const;
-    std::size_t findRoom(std::size_t node, std::size_t low, std::size_t high, std::size_t from, float nb,
-                         float ne) const;
-    // Made on first use: keys and other objects without children never need one. A copied
-    // object starts without one, as a copy's children are its own.
-    struct ChildStateHolder
-    {
-        ChildStateHolder() = default;
-        ChildStateHolder(const ChildStateHolder&) {}
-        ChildStateHolder& operator=(const ChildStateHolder&)
-        {
-            state.reset();
-            return *this;
-        }
-        std::unique_ptr<ChildState> state;
-    };
-    ChildState& childState() const
-    {
-        if (!childStateHolder.state)
-            childStateHolder.state.reset(new ChildState);
-        return *childStateHolder.state;
-    }
-    bool childStateValid() const { return childStateHolder.state && childStateHolder.state->valid; }
-    void invalidateChildState()
-    {
-        if (!childStateHolder.state)
-            return;
-        childStateHolder.state->valid = false;
-        childStateHolder.state->pending.clear();
-        childStateHolder.state->roomLeaves = 0;
-    }
+    // Drops what the editing indexes know of the children: they are worked out again when next
+    // needed.
+    void invalidateChildState();
     // A child's interval, value range, emptiness or layout changed.
     void childChanged(zeAnimationObject* child);
     void appendChild(zeAnimationObject* child);
@@ -426,8 +339,13 @@ private:
     void applyUpdate(zeAnimationObject* source, Operation op);
     static void mergeSummaries(zeAnimationObject* target, const zeAnimationObject* source, Operation op);
 
-    mutable ChildStateHolder childStateHolder;
-    mutable std::size_t indexInParent = 0;
+    // Every member above, in declared order (the copy constructor and assignment take them; the
+    // editing indexes stay the object's own).
+    void copyMembers(const zeAnimationObject& other);
+
+    // Indexes that speed up editing (what the updates need of the children, a curve's keys in
+    // order), made on first use; internal to the library.
+    mutable zeEditIndex* editIndex = nullptr;
 
     static osg::UInt32 _typeID;
 };
