@@ -380,65 +380,263 @@ osg::Field* singleField(const osg::FieldContainerPtr& container, const std::stri
 
 } // namespace
 
+namespace {
+
+// Where one read or write of a field goes in the scene. The way is worked out afresh for every
+// access (a camera's viewpoint flag, the node's transform and the container itself may change at
+// any time); only a component written straight into the field's own scene field is remembered,
+// in a zeSceneTarget.
+struct SceneRoute
+{
+    enum Way
+    {
+        Nowhere,       // nothing to read or write: reads give 0, writes fail
+        HostView,      // the viewpoint's view, which the host applies as a whole
+        CameraSetting, // one of a camera's settings, through its accessors
+        NodeRotation,  // one angle of the node's transform attachment
+        NodeVisible,   // whether the node is shown
+        Component,     // one float (or the double) of a directly handled scene field
+        Text           // one value of a scene field's text form
+    };
+    Way way = Nowhere;
+    osg::FieldContainerPtr container;
+    osg::CameraSettingPtr camera;
+    osg::NodePtr node;
+    osg::Field* sceneField = nullptr;
+    // The scene field's name: the field's own, or for a camera that is not the viewpoint the
+    // attribute naming its view field.
+    const std::string* name = nullptr;
+    ContentKind kind = KindOther;
+    osg::UInt32 index = 0; // the rotation axis, or the camera setting
+};
+
+// A camera's settings reached through its accessors, by attribute.
+const char* const kCameraSettings[] = {"fStop", "height", "distance", "focalLength", "turnTableAngle"};
+
+bool cameraSetting(const std::string& attribute, osg::UInt32& index)
+{
+    for (osg::UInt32 i = 0; i < sizeof(kCameraSettings) / sizeof(kCameraSettings[0]); ++i) {
+        if (attribute == kCameraSettings[i]) {
+            index = i;
+            return true;
+        }
+    }
+    return false;
+}
+
+// The one resolution of a field (its container, name and component) to the way it reaches the
+// scene, shared by reading and writing.
+SceneRoute resolveRoute(const zeAnimationField& field)
+{
+    SceneRoute route;
+    route.container = osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field.fcID));
+    if (route.container == osg::NullFC)
+        return route;
+    const std::string& attribute = field.attribute;
+    route.name = &field.name;
+    route.sceneField = singleField(route.container, field.name);
+    route.camera = osg::CameraSettingPtr::dcast(route.container);
+    if (!route.sceneField && route.camera != osg::NullFC && isViewAttribute(attribute)) {
+        // The viewpoint's view is the host's; any other camera keeps its view in its own fields.
+        if (route.camera->getIsViewpoint()) {
+            route.way = SceneRoute::HostView;
+            return route;
+        }
+        route.name = &attribute;
+        route.sceneField = singleField(route.container, attribute);
+    }
+    if (route.sceneField) {
+        route.kind = contentKind(route.sceneField);
+        route.way = route.kind != KindOther ? SceneRoute::Component : SceneRoute::Text;
+        return route;
+    }
+    if (route.camera != osg::NullFC) {
+        if (cameraSetting(attribute, route.index))
+            route.way = SceneRoute::CameraSetting;
+        return route;
+    }
+    route.node = nodeOf(field.nodeID);
+    if (route.node == osg::NullFC)
+        return route;
+    if (rotationIndex(attribute, route.index))
+        route.way = SceneRoute::NodeRotation;
+    else if (attribute == "visible")
+        route.way = SceneRoute::NodeVisible;
+    return route;
+}
+
+float readCameraSetting(const osg::CameraSettingPtr& camera, osg::UInt32 index)
+{
+    switch (index) {
+    case 0:
+        return camera->getFStop();
+    case 1:
+        return camera->getHeight();
+    case 2:
+        return camera->getDistance();
+    case 3:
+        return camera->getFocalLength();
+    default:
+        return camera->getTurnTableAngle();
+    }
+}
+
+void writeCameraSetting(const osg::CameraSettingPtr& camera, osg::UInt32 index, float value)
+{
+    typedef void (osg::CameraSetting::*Setter)(const osg::Real32&);
+    static const Setter setters[] = {&osg::CameraSetting::setFStop, &osg::CameraSetting::setHeight,
+                                     &osg::CameraSetting::setDistance, &osg::CameraSetting::setFocalLength,
+                                     &osg::CameraSetting::setTurnTableAngle};
+    osg::beginEditCP(camera, osg::FieldBits::AllFields, 1);
+    (camera.getCPtr()->*setters[index])(value);
+    osg::endEditCP(camera, osg::FieldBits::AllFields, 1);
+}
+
+// The viewpoint's view written through the host's camera, not field by field. The host may
+// destroy the field inside its camera callbacks: what is needed of it is taken first.
+bool writeHostView(const zeAnimationField& field)
+{
+    zeAnimationManager* manager = zeAnimationManager::the();
+    const std::string attribute = field.attribute;
+    const float value = field.value;
+    const osg::UInt32 component = field.valuePos;
+    if (attribute == "roll") {
+        float roll = 0.0f;
+        manager->getRoll(roll);
+        if (!sameValue(roll, value))
+            manager->setRoll(value);
+        return true;
+    }
+    if (component > 2)
+        return false;
+    const char part = attribute[0];
+    osg::Pnt3f from;
+    osg::Pnt3f at;
+    osg::Vec3f up;
+    manager->getFromAtUp(from, at, up);
+    float* target = part == 'a' ? &at[component] : part == 'u' ? &up[component] : &from[component];
+    if (sameValue(*target, value))
+        return true;
+    *target = value;
+    manager->setFromAtUp(from, at, up);
+    return true;
+}
+
+bool writeNodeRotation(const osg::NodePtr& node, osg::UInt32 index, float value)
+{
+    osg::Vec3f angles(0.0f, 0.0f, 0.0f);
+    osg::TransformAttachmentPtr transform = zeNodeUtils::getTransformAttachment(node);
+    if (transform != osg::NullFC)
+        angles = transform->getRotationAngles();
+    if (sameValue(angles[index], value))
+        return true;
+    angles[index] = value;
+    zeNodeUtils::setTransformNodeRotation(node, angles[0], angles[1], angles[2], 0);
+    return true;
+}
+
+bool writeNodeVisible(const osg::NodePtr& node, float value)
+{
+    if (std::isnan(value))
+        return false; // NaN is neither shown nor hidden: the node stays as it is
+    const bool visible = zeAnimationUtils::floatToBool(value);
+    if (node->getActive() == visible)
+        return true;
+    osg::beginEditCP(node, osg::Node::TravMaskFieldMask, 1);
+    node->setActive(visible);
+    osg::endEditCP(node, osg::Node::TravMaskFieldMask, 1);
+    return true;
+}
+
+// Writes one value of a scene field's text form (integer, boolean and any other field the
+// library does not handle directly).
+bool writeText(const SceneRoute& route, const zeAnimationField& field)
+{
+    osg::Field* sceneField = route.sceneField;
+    const float sceneValue = toScene(field.name, field.value);
+    std::string text;
+    sceneField->getValueByStr(text);
+    const bool isBool = text == "TRUE" || text == "FALSE";
+    std::vector<float> values = textValues(text);
+    if (field.valuePos >= values.size())
+        return false;
+    double lowest = 0.0;
+    double highest = 0.0;
+    const bool integral = integralRange(sceneField, lowest, highest);
+    // An integer field takes a whole decimal number ("1000000000", never "1e+09", which the scene
+    // graph would read as 1). A boolean or integer field has no value for NaN, and an integer
+    // field none beyond its range: such a write is skipped and the scene keeps what it holds. A
+    // negative number within the range's size is written to an unsigned field all the same, and
+    // wraps there as the scene graph's strtoul reading of the text makes it (-3 in a UInt32 field
+    // is 4294967293).
+    const double whole = wholeNumber(sceneValue);
+    if ((isBool || integral) && std::isnan(sceneValue))
+        return false;
+    const bool wraps = integral && lowest == 0.0 && whole < 0.0 && -highest <= whole;
+    if (integral && !(lowest <= whole && whole <= highest) && !wraps)
+        return false;
+    // Compare with what the field will really hold: a boolean or integer field keeps only the
+    // rounded value, and a float that rounds to the current value must not notify a change.
+    const float held = isBool     ? (zeAnimationUtils::floatToBool(sceneValue) ? 1.0f : 0.0f)
+                       : integral ? static_cast<float>(wraps ? whole + highest + 1.0 : whole)
+                                  : sceneValue;
+    if (sameValue(values[field.valuePos], held))
+        return true;
+    values[field.valuePos] = held;
+    std::string written;
+    if (isBool) {
+        written = zeAnimationUtils::floatToBool(sceneValue) ? "TRUE" : "FALSE";
+    } else if (integral) {
+        char buffer[64];
+        std::snprintf(buffer, sizeof(buffer), "%.0f", whole);
+        written = buffer;
+    } else {
+        written = zeString::createStringFromValues(values);
+    }
+    const osg::BitVector mask = fieldMask(route.container, *route.name);
+    osg::beginEditCP(route.container, mask, 1);
+    sceneField->pushValueByStr(written.c_str());
+    osg::endEditCP(route.container, mask, 1);
+    return true;
+}
+
+} // namespace
+
 float zeAnimationUtils::getOSGFieldValue(zeAnimationField* field)
 {
     if (!field)
         return 0.0f;
-    osg::FieldContainerPtr container =
-        osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(field->fcID));
-    if (container == osg::NullFC)
+    const SceneRoute route = resolveRoute(*field);
+    switch (route.way) {
+    case SceneRoute::Nowhere:
         return 0.0f;
-    std::string name = field->name;
-    osg::Field* sceneField = singleField(container, name);
-    osg::CameraSettingPtr viewCamera = osg::CameraSettingPtr::dcast(container);
-    if (!sceneField && viewCamera != osg::NullFC && isViewAttribute(field->attribute)) {
-        // The viewpoint's view is the host's; any other camera keeps its view in its own fields.
-        if (viewCamera->getIsViewpoint())
-            return hostViewComponent(field->attribute, field->valuePos);
-        name = field->attribute;
-        sceneField = singleField(container, name);
+    case SceneRoute::HostView:
+        return hostViewComponent(field->attribute, field->valuePos);
+    case SceneRoute::CameraSetting:
+        return readCameraSetting(route.camera, route.index);
+    case SceneRoute::NodeRotation: {
+        osg::TransformAttachmentPtr transform = zeNodeUtils::getTransformAttachment(route.node);
+        return transform != osg::NullFC ? transform->getRotationAngles()[route.index] : 0.0f;
     }
-    if (sceneField) {
-        const ContentKind kind = contentKind(sceneField);
-        if (kind == KindReal64)
-            return toAnimation(name, static_cast<osg::SFReal64*>(sceneField)->getValue());
-        if (kind != KindOther) {
-            const osg::UInt32 index = componentIndex(kind, field->valuePos);
-            if (index >= componentCount(kind))
-                return 0.0f;
-            return toAnimation(name, *floatComponent(sceneField, kind, index));
-        }
+    case SceneRoute::NodeVisible:
+        return route.node->getActive() ? 1.0f : 0.0f;
+    case SceneRoute::Component: {
+        if (route.kind == KindReal64)
+            return toAnimation(*route.name, static_cast<osg::SFReal64*>(route.sceneField)->getValue());
+        const osg::UInt32 index = componentIndex(route.kind, field->valuePos);
+        if (index >= componentCount(route.kind))
+            return 0.0f;
+        return toAnimation(*route.name, *floatComponent(route.sceneField, route.kind, index));
+    }
+    case SceneRoute::Text: {
         std::string text;
-        sceneField->getValueByStr(text);
+        route.sceneField->getValueByStr(text);
         const std::vector<float> values = textValues(text);
         if (field->valuePos >= values.size())
             return 0.0f;
-        return toAnimation(name, values[field->valuePos]);
+        return toAnimation(*route.name, values[field->valuePos]);
     }
-    if (osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container)) {
-        const std::string& a = field->attribute;
-        if (a == "fStop")
-            return camera->getFStop();
-        if (a == "height")
-            return camera->getHeight();
-        if (a == "distance")
-            return camera->getDistance();
-        if (a == "focalLength")
-            return camera->getFocalLength();
-        if (a == "turnTableAngle")
-            return camera->getTurnTableAngle();
-        return 0.0f;
     }
-    osg::NodePtr node = nodeOf(field->nodeID);
-    if (node == osg::NullFC)
-        return 0.0f;
-    osg::UInt32 index = 0;
-    if (rotationIndex(field->attribute, index)) {
-        osg::TransformAttachmentPtr transform = zeNodeUtils::getTransformAttachment(node);
-        return transform != osg::NullFC ? transform->getRotationAngles()[index] : 0.0f;
-    }
-    if (field->attribute == "visible")
-        return node->getActive() ? 1.0f : 0.0f;
     return 0.0f;
 }
 
@@ -469,161 +667,42 @@ bool zeSceneAccess::writeFieldValue(zeAnimationField* field, zeSceneTarget& bind
         return writeComponent(container, static_cast<osg::Field*>(binding.sceneField),
                               static_cast<ContentKind>(binding.kind), binding.mask, field->name, *field);
     binding.sceneField = nullptr;
-    const std::string& attribute = field->attribute;
-    std::string name = field->name;
-    osg::Field* sceneField = singleField(container, name);
-    osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
-
-    if (camera != osg::NullFC && !sceneField && camera->getIsViewpoint() && isViewAttribute(attribute)) {
-        // A viewpoint is applied as a whole view through the host's camera, not field by field.
-        // The host may destroy the field inside its camera callbacks: what is needed of it is
-        // taken first.
-        zeAnimationManager* manager = zeAnimationManager::the();
-        const float value = field->value;
-        const osg::UInt32 component = field->valuePos;
-        if (attribute == "roll") {
-            float roll = 0.0f;
-            manager->getRoll(roll);
-            if (!sameValue(roll, value))
-                manager->setRoll(value);
-            return true;
-        }
-        if (component > 2)
-            return false;
-        const char part = attribute[0];
-        osg::Pnt3f from;
-        osg::Pnt3f at;
-        osg::Vec3f up;
-        manager->getFromAtUp(from, at, up);
-        float* target = part == 'a' ? &at[component] : part == 'u' ? &up[component] : &from[component];
-        if (sameValue(*target, value))
-            return true;
-        *target = value;
-        manager->setFromAtUp(from, at, up);
-        return true;
-    }
-
-    if (camera != osg::NullFC && !sceneField && isViewAttribute(attribute)) {
-        // A camera that is not the viewpoint keeps its view in its own fields.
-        name = attribute;
-        sceneField = singleField(container, name);
-    }
-
-    if (camera != osg::NullFC && !sceneField) {
-        typedef void (osg::CameraSetting::*Setter)(const osg::Real32&);
-        Setter setter = nullptr;
-        if (attribute == "fStop")
-            setter = &osg::CameraSetting::setFStop;
-        else if (attribute == "height")
-            setter = &osg::CameraSetting::setHeight;
-        else if (attribute == "distance")
-            setter = &osg::CameraSetting::setDistance;
-        else if (attribute == "focalLength")
-            setter = &osg::CameraSetting::setFocalLength;
-        else if (attribute == "turnTableAngle")
-            setter = &osg::CameraSetting::setTurnTableAngle;
-        if (!setter)
-            return false;
-        osg::beginEditCP(camera, osg::FieldBits::AllFields, 1);
-        (camera.getCPtr()->*setter)(field->value);
-        osg::endEditCP(camera, osg::FieldBits::AllFields, 1);
-        return true;
-    }
-
-    if (!sceneField) {
-        osg::NodePtr node = nodeOf(field->nodeID);
-        if (node == osg::NullFC)
-            return false;
-        osg::UInt32 index = 0;
-        if (rotationIndex(attribute, index)) {
-            osg::Vec3f angles(0.0f, 0.0f, 0.0f);
-            osg::TransformAttachmentPtr transform = zeNodeUtils::getTransformAttachment(node);
-            if (transform != osg::NullFC)
-                angles = transform->getRotationAngles();
-            if (sameValue(angles[index], field->value))
-                return true;
-            angles[index] = field->value;
-            zeNodeUtils::setTransformNodeRotation(node, angles[0], angles[1], angles[2], 0);
-            return true;
-        }
-        if (attribute == "visible") {
-            if (std::isnan(field->value))
-                return false; // NaN is neither shown nor hidden: the node stays as it is
-            const bool visible = zeAnimationUtils::floatToBool(field->value);
-            if (node->getActive() == visible)
-                return true;
-            osg::beginEditCP(node, osg::Node::TravMaskFieldMask, 1);
-            node->setActive(visible);
-            osg::endEditCP(node, osg::Node::TravMaskFieldMask, 1);
-            return true;
-        }
+    const SceneRoute route = resolveRoute(*field);
+    switch (route.way) {
+    case SceneRoute::Nowhere:
         return false;
-    }
-
-    const ContentKind kind = contentKind(sceneField);
-    if (kind != KindOther) {
-        if (kind != KindReal64 && componentIndex(kind, field->valuePos) >= componentCount(kind))
+    case SceneRoute::HostView:
+        return writeHostView(*field);
+    case SceneRoute::CameraSetting:
+        writeCameraSetting(route.camera, route.index, field->value);
+        return true;
+    case SceneRoute::NodeRotation:
+        return writeNodeRotation(route.node, route.index, field->value);
+    case SceneRoute::NodeVisible:
+        return writeNodeVisible(route.node, field->value);
+    case SceneRoute::Component: {
+        if (route.kind != KindReal64 &&
+            componentIndex(route.kind, field->valuePos) >= componentCount(route.kind))
             return false;
-        const osg::BitVector mask = fieldMask(container, name);
+        const osg::BitVector mask = fieldMask(route.container, *route.name);
         // Only a field written straight into its own scene field is remembered; a camera view
         // field is redirected by the camera's viewpoint flag, which may change at any time.
-        if (name == field->name) {
-            binding.container = container.getCPtr();
+        if (*route.name == field->name) {
+            binding.container = route.container.getCPtr();
             binding.containerId = static_cast<osg::UInt32>(field->fcID);
-            binding.typeId = container->getType().getId();
+            binding.typeId = route.container->getType().getId();
             binding.valuePos = field->valuePos;
             binding.name = field->name;
-            binding.sceneField = sceneField;
-            binding.kind = kind;
+            binding.sceneField = route.sceneField;
+            binding.kind = route.kind;
             binding.mask = mask;
         }
-        return writeComponent(container, sceneField, kind, mask, name, *field);
+        return writeComponent(route.container, route.sceneField, route.kind, mask, *route.name, *field);
     }
-    const float sceneValue = toScene(field->name, field->value);
-    std::string text;
-    sceneField->getValueByStr(text);
-    const bool isBool = text == "TRUE" || text == "FALSE";
-    std::vector<float> values = textValues(text);
-    if (field->valuePos >= values.size())
-        return false;
-    double lowest = 0.0;
-    double highest = 0.0;
-    const bool integral = integralRange(sceneField, lowest, highest);
-    // An integer field takes a whole decimal number ("1000000000", never "1e+09", which the scene
-    // graph would read as 1). A boolean or integer field has no value for NaN, and an integer
-    // field none beyond its range: such a write is skipped and the scene keeps what it holds. A
-    // negative number within the range's size is written to an unsigned field all the same, and
-    // wraps there as the scene graph's strtoul reading of the text makes it (-3 in a UInt32 field
-    // is 4294967293).
-    const double whole = wholeNumber(sceneValue);
-    if ((isBool || integral) && std::isnan(sceneValue))
-        return false;
-    const bool wraps = integral && lowest == 0.0 && whole < 0.0 && -highest <= whole;
-    if (integral && !(lowest <= whole && whole <= highest) && !wraps)
-        return false;
-    // Compare with what the field will really hold: a boolean or integer field keeps only the
-    // rounded value, and a float that rounds to the current value must not notify a change.
-    const float held = isBool     ? (zeAnimationUtils::floatToBool(sceneValue) ? 1.0f : 0.0f)
-                       : integral ? static_cast<float>(wraps ? whole + highest + 1.0 : whole)
-                                  : sceneValue;
-    if (sameValue(values[field->valuePos], held))
-        return true;
-    values[field->valuePos] = held;
-    std::string written;
-    if (isBool) {
-        written = zeAnimationUtils::floatToBool(sceneValue) ? "TRUE" : "FALSE";
-    } else if (integral) {
-        char buffer[64];
-        std::snprintf(buffer, sizeof(buffer), "%.0f", whole);
-        written = buffer;
-    } else {
-        written = zeString::createStringFromValues(values);
+    case SceneRoute::Text:
+        return writeText(route, *field);
     }
-    const osg::BitVector mask = fieldMask(container, name);
-    osg::beginEditCP(container, mask, 1);
-    sceneField->pushValueByStr(written.c_str());
-    osg::endEditCP(container, mask, 1);
-    return true;
+    return false;
 }
 
 // ---- Field container resolution ---------------------------------------------------------------
