@@ -10,36 +10,78 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 #include <limits>
 
 namespace {
 
+const std::size_t kNoEntry = static_cast<std::size_t>(-1);
+
+bool holdsHint(std::uintptr_t slot)
+{
+    return (slot & 1u) != 0;
+}
+
+// The object's index when it has one, else null (its slot empty or holding a hint only).
+zeEditIndex* existing(const zeAnimationObject* object)
+{
+    zeEditIndex* index = zeAnimationAccess::editIndex(object);
+    return holdsHint(reinterpret_cast<std::uintptr_t>(index)) ? nullptr : index;
+}
+
+// The object's index, made on first use (with the hint the slot held).
 zeEditIndex& indexOf(const zeAnimationObject* object)
 {
-    zeEditIndex*& index = zeAnimationAccess::editIndex(object);
-    if (!index)
+    zeEditIndex*& slot = zeAnimationAccess::editIndex(object);
+    const std::uintptr_t raw = reinterpret_cast<std::uintptr_t>(slot);
+    if (raw != 0 && !holdsHint(raw))
+        return *slot;
+    zeEditIndex* index = nullptr;
+    if (object->getTypeID() == zeAnimationObject::TypeCurve2D)
+        index = new zeCurveEditIndex;
+    else
         index = new zeEditIndex;
+    index->indexInParent = holdsHint(raw) ? raw >> 1 : 0;
+    slot = index;
     return *index;
+}
+
+std::size_t hintOf(const zeAnimationObject* child)
+{
+    const std::uintptr_t raw = reinterpret_cast<std::uintptr_t>(zeAnimationAccess::editIndex(child));
+    if (holdsHint(raw))
+        return raw >> 1;
+    return raw != 0 ? zeAnimationAccess::editIndex(child)->indexInParent : kNoEntry;
+}
+
+void setHint(const zeAnimationObject* child, std::size_t index)
+{
+    zeEditIndex*& slot = zeAnimationAccess::editIndex(child);
+    const std::uintptr_t raw = reinterpret_cast<std::uintptr_t>(slot);
+    if (raw != 0 && !holdsHint(raw))
+        slot->indexInParent = index;
+    else if (index <= (std::numeric_limits<std::uintptr_t>::max() >> 1))
+        slot = reinterpret_cast<zeEditIndex*>((static_cast<std::uintptr_t>(index) << 1) | 1u);
 }
 
 zeChildState& stateOf(const zeAnimationObject* object)
 {
-    zeEditIndex& index = indexOf(object);
-    if (!index.children)
-        index.children.reset(new zeChildState);
-    return *index.children;
+    return indexOf(object).children;
 }
 
+// A curve's index is always made as a zeCurveEditIndex (indexOf decides by type).
 zeKeyState& keysOf(const zeAnimationCurve2D* curve)
 {
-    zeEditIndex& index = indexOf(curve);
-    if (!index.keys)
-        index.keys.reset(new zeKeyState);
-    return *index.keys;
+    return static_cast<zeCurveEditIndex&>(indexOf(curve)).keys;
 }
 
-const std::size_t kNoEntry = static_cast<std::size_t>(-1);
+zeKeyState* existingKeys(const zeAnimationCurve2D* curve)
+{
+    zeEditIndex* index = existing(curve);
+    return index ? &static_cast<zeCurveEditIndex*>(index)->keys : nullptr;
+}
+
 // Changes noted before the state is looked at again; beyond that a rebuild is cheaper.
 const std::size_t kMostPending = 16;
 
@@ -198,7 +240,7 @@ void appendEntry(zeChildState& state, zeAnimationObject* child)
         if (child->getTypeID() == zeAnimationObject::TypePoint2D)
             state.keys = true;
         else
-            indexOf(child).indexInParent = index;
+            setHint(child, index);
     }
     if (state.roomLeaves != 0) {
         if (index < state.roomLeaves)
@@ -292,8 +334,7 @@ const zeChildState& zeChildIndex::current(const zeAnimationObject* object)
     std::vector<zeAnimationObject*> pending;
     pending.swap(state.pending);
     for (zeAnimationObject* child : pending) {
-        const zeEditIndex* childIndex = zeAnimationAccess::editIndex(child);
-        const std::size_t index = childIndex ? childIndex->indexInParent : kNoEntry;
+        const std::size_t index = hintOf(child);
         if (index >= state.entries.size() || state.entries[index].object != child) {
             rebuild(object, state);
             return state;
@@ -307,16 +348,16 @@ const zeChildState& zeChildIndex::current(const zeAnimationObject* object)
 
 bool zeChildIndex::valid(const zeAnimationObject* object)
 {
-    const zeEditIndex* index = zeAnimationAccess::editIndex(object);
-    return index && index->children && index->children->valid;
+    const zeEditIndex* index = existing(object);
+    return index && index->children.valid;
 }
 
 void zeChildIndex::invalidate(const zeAnimationObject* object)
 {
-    const zeEditIndex* index = zeAnimationAccess::editIndex(object);
-    if (!index || !index->children)
+    zeEditIndex* index = existing(object);
+    if (!index)
         return;
-    zeChildState& state = *index->children;
+    zeChildState& state = index->children;
     state.valid = false;
     state.pending.clear();
     state.roomLeaves = 0;
@@ -568,15 +609,14 @@ std::size_t zeKeyIndex::lastSlot(const zeKeyState& c)
 
 bool zeKeyIndex::fresh(const zeAnimationCurve2D* curve)
 {
-    const zeEditIndex* index = zeAnimationAccess::editIndex(curve);
-    return index && index->keys && isFresh(*index->keys);
+    const zeKeyState* keys = existingKeys(curve);
+    return keys && isFresh(*keys);
 }
 
 void zeKeyIndex::drop(const zeAnimationCurve2D* curve)
 {
-    const zeEditIndex* index = zeAnimationAccess::editIndex(curve);
-    if (index && index->keys)
-        index->keys->built = false;
+    if (zeKeyState* keys = existingKeys(curve))
+        keys->built = false;
 }
 
 zeKeyIndex::SegmentLocation zeKeyIndex::locateSegment(const zeAnimationCurve2D* curve, float frame,
@@ -765,7 +805,7 @@ bool zeKeyIndex::survives(const zeAnimationCurve2D* curve, const zeControlPoint2
     if (!fresh(curve))
         return false;
     // In order and complete, the index holds every listed key once, at its x.
-    const zeKeyState& c = *zeAnimationAccess::editIndex(curve)->keys; // gaps and all
+    const zeKeyState& c = *existingKeys(curve); // gaps and all
     if (!c.ordered || !c.complete || std::isnan(key->getX()))
         return false;
     const std::size_t at =
@@ -777,8 +817,15 @@ void zeKeyIndex::restampAfter(const zeAnimationCurve2D* curve, osg::UInt64 revis
 {
     // The key left the registry after it left the list and the index: that one step, and no
     // other change, happened meanwhile.
-    zeEditIndex* index = zeAnimationAccess::editIndex(curve);
-    if (index && index->keys && index->keys->built && index->keys->revision == revision &&
-        zeAnimationRevision::current() == revision + 1)
-        index->keys->revision = zeAnimationRevision::current();
+    zeKeyState* keys = existingKeys(curve);
+    if (keys && keys->built && keys->revision == revision && zeAnimationRevision::current() == revision + 1)
+        keys->revision = zeAnimationRevision::current();
+}
+
+// ---- zeEditIndexes ----------------------------------------------------------------------------
+
+void zeEditIndexes::release(const zeAnimationObject* object)
+{
+    delete existing(object);
+    zeAnimationAccess::editIndex(object) = nullptr;
 }

@@ -15,7 +15,6 @@
 #include <zeAnimation/zeAnimationObject.h>
 
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 class zeAnimationCurve2D;
@@ -118,14 +117,31 @@ struct zeKeyState
     std::size_t highAt = 0;
 };
 
-// What one object's pointer leads to.
+// What one object's pointer leads to. An object that reports to its parent but has no index of
+// its own yet (a sequence, a block before its first update) keeps only the hint of where its
+// entry is in the parent's child state: the pointer slot then holds that number shifted left by
+// one with the lowest bit set, which no index's address has, so that such children (tens of
+// thousands on a track) cost no allocation.
 struct zeEditIndex
 {
+    virtual ~zeEditIndex() = default;
     // The object's entry in its parent's child state, as a hint checked before use.
     std::size_t indexInParent = 0;
-    std::unique_ptr<zeChildState> children;
-    std::unique_ptr<zeKeyState> keys;
+    zeChildState children;
 };
+
+// A curve's index also holds its keys.
+struct zeCurveEditIndex : zeEditIndex
+{
+    zeKeyState keys;
+};
+
+namespace zeEditIndexes {
+
+// Frees whatever the object's slot holds and leaves it empty.
+void release(const zeAnimationObject* object);
+
+} // namespace zeEditIndexes
 
 namespace zeChildIndex {
 

@@ -90,8 +90,7 @@ zeAnimationObject& zeAnimationObject::operator=(const zeAnimationObject& other)
         return *this;
     copyMembers(other);
     // The indexes described the children this object had.
-    delete editIndex;
-    editIndex = nullptr;
+    zeEditIndexes::release(this);
     return *this;
 }
 
@@ -144,7 +143,7 @@ zeAnimationObject::~zeAnimationObject()
         childIds.clear();
     }
     // Last: destroying the children above updates this object's indexes.
-    delete editIndex;
+    zeEditIndexes::release(this);
 }
 
 // ---- Virtual operations -----------------------------------------------------------------------
