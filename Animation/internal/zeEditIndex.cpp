@@ -477,6 +477,8 @@ void rebuildKeys(const zeAnimationCurve2D* curve, zeKeyState& c)
     c.dead = 0;
     c.before.clear();
     c.after.clear();
+    c.tree.clear();
+    c.treeLeaves = 0;
     c.extremes = false;
     if (c.hasNaN)
         c.ordered = false;
@@ -501,6 +503,55 @@ void rebuildKeys(const zeAnimationCurve2D* curve, zeKeyState& c)
 bool isFresh(const zeKeyState& c)
 {
     return c.built && c.revision == zeAnimationRevision::current();
+}
+
+const std::uint32_t kNoKey = std::numeric_limits<std::uint32_t>::max();
+
+// The extremes of two neighbouring ranges of slots: the left one's unless the right one holds a
+// strictly lower (higher) y, as the fold over the keys in order takes them.
+zeKeyState::ExtremeNode joinExtremes(const zeKeyState::ExtremeNode& a, const zeKeyState::ExtremeNode& b)
+{
+    zeKeyState::ExtremeNode joined = a;
+    if (b.lowAt != kNoKey && (a.lowAt == kNoKey || b.low < a.low)) {
+        joined.low = b.low;
+        joined.lowAt = b.lowAt;
+    }
+    if (b.highAt != kNoKey && (a.highAt == kNoKey || b.high > a.high)) {
+        joined.high = b.high;
+        joined.highAt = b.highAt;
+    }
+    return joined;
+}
+
+zeKeyState::ExtremeNode extremeLeaf(const zeKeyState& c, std::size_t slot)
+{
+    // A key whose y is NaN never holds an extreme beyond the first live slot (see extremes()).
+    if (slot < c.points.size() && c.points[slot] && !std::isnan(c.ys[slot])) {
+        const std::uint32_t at = static_cast<std::uint32_t>(slot);
+        return {c.ys[slot], c.ys[slot], at, at};
+    }
+    return {0.0f, 0.0f, kNoKey, kNoKey};
+}
+
+void buildExtremeTree(zeKeyState& c)
+{
+    std::size_t leaves = 1;
+    while (leaves < c.points.size())
+        leaves *= 2;
+    c.treeLeaves = leaves;
+    c.tree.assign(2 * leaves, extremeLeaf(c, c.points.size()));
+    for (std::size_t slot = 0; slot < c.points.size(); ++slot)
+        c.tree[leaves + slot] = extremeLeaf(c, slot);
+    for (std::size_t node = leaves - 1; node >= 1; --node)
+        c.tree[node] = joinExtremes(c.tree[2 * node], c.tree[2 * node + 1]);
+}
+
+void updateExtremeTree(zeKeyState& c, std::size_t slot)
+{
+    std::size_t node = c.treeLeaves + slot;
+    c.tree[node] = extremeLeaf(c, slot);
+    for (node /= 2; node >= 1; node /= 2)
+        c.tree[node] = joinExtremes(c.tree[2 * node], c.tree[2 * node + 1]);
 }
 
 // Folds the y of the key at `at` into the extremes (shifting them first when a key was inserted
@@ -555,6 +606,8 @@ void closeGaps(zeKeyState& c)
     c.dead = 0;
     c.before.clear();
     c.after.clear();
+    c.tree.clear();
+    c.treeLeaves = 0;
     c.extremes = false;
     if (c.lastSegment + 1 >= c.points.size())
         c.lastSegment = 0;
@@ -735,6 +788,8 @@ bool zeKeyIndex::eraseInOrder(zeAnimationCurve2D* curve, zeControlPoint2D* key)
     w.points[at] = nullptr;
     ++w.dead;
     --w.keyCount;
+    if (!w.tree.empty())
+        updateExtremeTree(w, at);
     return true;
 }
 
@@ -789,6 +844,20 @@ const zeKeyState& zeKeyIndex::extremes(const zeAnimationCurve2D* curve)
 {
     zeKeyState& w = keysWithGaps(curve);
     const std::size_t first = firstSlot(w);
+    if (!w.extremes && w.ordered && w.complete && first != NoSlot && w.dead != 0 &&
+        w.points.size() < kNoKey) {
+        // Erasing one by one: the tree answers. The fold starts from the first key's y, which a
+        // NaN keeps for good; after that only a number strictly beyond takes over.
+        if (w.tree.empty())
+            buildExtremeTree(w);
+        const zeKeyState::ExtremeNode& all = w.tree[1];
+        const bool firstIsNaN = std::isnan(w.ys[first]);
+        w.lowY = firstIsNaN ? w.ys[first] : all.low;
+        w.lowAt = firstIsNaN ? first : all.lowAt;
+        w.highY = firstIsNaN ? w.ys[first] : all.high;
+        w.highAt = firstIsNaN ? first : all.highAt;
+        w.extremes = true;
+    }
     if (!w.extremes && w.ordered && w.complete && first != NoSlot) {
         w.lowY = w.highY = w.ys[first];
         w.lowAt = w.highAt = first;

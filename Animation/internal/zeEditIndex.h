@@ -15,6 +15,7 @@
 #include <zeAnimation/zeAnimationObject.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 class zeAnimationCurve2D;
@@ -105,6 +106,18 @@ struct zeKeyState
     std::vector<std::size_t> after;
     std::size_t head = 0;
     std::size_t tail = 0;
+    // While there are gaps: a tree over the slots giving the lowest and highest y of the live
+    // keys (the first slot holding each), so that erasing the key holding one does not mean a
+    // walk over all the others. Leaves from `treeLeaves` on; empty when not built.
+    struct ExtremeNode
+    {
+        float low;
+        float high;
+        std::uint32_t lowAt; // kNoKey: no live key with a y that is a number below this node
+        std::uint32_t highAt;
+    };
+    std::vector<ExtremeNode> tree;
+    std::size_t treeLeaves = 0;
     // Index of the segment evaluation found last: it asks frame after frame.
     std::size_t lastSegment = 0;
     // With `ordered` and `complete`: the smallest and largest y and the first key holding each,
