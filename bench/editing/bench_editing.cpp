@@ -142,11 +142,14 @@ BENCHMARK(BM_OverlappingSequencesIntoClip)
     ->Iterations(1);
 
 // The keys of a long curve, held by a block, destroyed one by one through the manager as an
-// editor deletes them: in order of x (second argument 0) or in a shuffled order (1).
+// editor deletes them: in order of x or shuffled (second argument 1), on a wave or on a rising
+// curve (third argument 1), where each key destroyed in order holds the curve's minimum. Halfway,
+// the curve's interval and value range must be those of the keys left.
 void BM_DestroyKeysOneByOne(benchmark::State& state)
 {
     const int count = static_cast<int>(state.range(0));
     const bool shuffled = state.range(1) != 0;
+    const bool rising = state.range(2) != 0;
     std::mt19937 random(7);
     for (auto _ : state) {
         state.PauseTiming();
@@ -157,29 +160,45 @@ void BM_DestroyKeysOneByOne(benchmark::State& state)
         std::vector<zeControlPoint2D*> keys;
         keys.reserve(count);
         for (int i = 0; i < count; ++i)
-            keys.push_back(manager()->createPoint2D(static_cast<float>(i), std::sin(i * 0.1f)));
+            keys.push_back(
+                manager()->createPoint2D(static_cast<float>(i), rising ? i * 0.5f : std::sin(i * 0.1f)));
         curve->setPoints(keys);
         if (shuffled)
             std::shuffle(keys.begin(), keys.end(), random);
+        const std::size_t half = keys.size() / 2;
         state.ResumeTiming();
-        for (zeControlPoint2D* key : keys)
-            manager()->destroyObject(key);
+        for (std::size_t i = 0; i < half; ++i)
+            manager()->destroyObject(keys[i]);
+        state.PauseTiming();
+        float low = 1e30f, high = -1e30f, first = 1e30f, last = -1e30f;
+        for (std::size_t i = half; i < keys.size(); ++i) {
+            low = std::min(low, keys[i]->getY());
+            high = std::max(high, keys[i]->getY());
+            first = std::min(first, keys[i]->getX());
+            last = std::max(last, keys[i]->getX());
+        }
+        const bool halfway = curve->getMinimum() == low && curve->getMaximum() == high &&
+                             curve->getBegin() == first && curve->getEnd() == last;
+        state.ResumeTiming();
+        for (std::size_t i = half; i < keys.size(); ++i)
+            manager()->destroyObject(keys[i]);
         state.PauseTiming();
         const bool emptied =
             curve->getPointCount() == 0 && curve->isEmpty() && manager()->getObjectCount() == pool;
         manager()->destroyObject(block);
         state.ResumeTiming();
-        if (!emptied) {
-            state.SkipWithError("keys are left on the curve after every one was destroyed");
+        if (!halfway || !emptied) {
+            state.SkipWithError("the curve does not hold what the keys left make");
             break;
         }
     }
 }
 BENCHMARK(BM_DestroyKeysOneByOne)
-    ->Args({10000, 0})
-    ->Args({10000, 1})
-    ->Args({100000, 0})
-    ->Args({100000, 1})
+    ->Args({10000, 0, 0})
+    ->Args({10000, 1, 0})
+    ->Args({100000, 0, 0})
+    ->Args({100000, 1, 0})
+    ->Args({100000, 0, 1})
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
 
