@@ -53,32 +53,15 @@ struct Recorder
     std::vector<std::string> visits;
     std::string skipAt, quitAt;
 
-    Action::ResultE enter(NodePtr& node)
+    Action::ResultE walk(NodePtr& root)
     {
-        std::string name = node != NullFC ? getName(node) : "null";
-        visits.push_back(name);
-        if (name == quitAt)
-            return Action::Quit;
-        if (name == skipAt)
-            return Action::Skip;
-        return Action::Continue;
-    }
-    Action::ResultE leave(NodePtr& node, Action::ResultE result)
-    {
-        visits.push_back(std::string("/") + getName(node));
-        return result;
-    }
-    // Walks the tree from `root` with the enter functor only, or with enter and leave.
-    Action::ResultE walk(NodePtr& root, bool withLeave = false)
-    {
-        const auto enterFunctor =
-            osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr>(this, &Recorder::enter);
-        if (!withLeave)
-            return traverse(root, enterFunctor);
-        return traverse(
-            root, enterFunctor,
-            osgTypedMethodFunctor2ObjPtrCPtrRef<Action::ResultE, Recorder, NodePtr, Action::ResultE>(
-                this, &Recorder::leave));
+        return traverse(root, TraverseEnterFunctor([this](NodePtr& node) {
+                            std::string name = node != NullFC ? getName(node) : "null";
+                            visits.push_back(name);
+                            if (name == quitAt)
+                                return Action::Quit;
+                            return name == skipAt ? Action::Skip : Action::Continue;
+                        }));
     }
 };
 
@@ -113,19 +96,17 @@ TEST(Traverse, VisitsInPreOrderWhateverTheMaskSkipPrunesAndQuitStops)
     EXPECT_EQ(skipRoot.visits, (std::vector<std::string>{"root"}));
 }
 
-TEST(Traverse, FunctionFunctorsAndNodeLists)
+TEST(Traverse, FunctionFunctorsTakeEitherReferenceAndAreCalledForANullRoot)
 {
     Scene scene;
     functionVisits.clear();
     traverse(scene.b, osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(recordByFunction));
     EXPECT_EQ(functionVisits, (std::vector<std::string>{"b", "b1"}));
-
     functionVisits.clear();
-    std::vector<NodePtr> list{scene.a, scene.b};
-    traverse(list, osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(recordByConstFunction));
-    EXPECT_EQ(functionVisits, (std::vector<std::string>{"a", "b"}));
+    traverse(scene.a, osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(recordByConstFunction));
+    EXPECT_EQ(functionVisits, (std::vector<std::string>{"a"}));
 
-    // The enter-only form calls the functor for a null root and reports Continue.
+    // The functor is called for a null root, and the walk reports Continue.
     functionVisits.clear();
     EXPECT_EQ(
         traverse(NodePtr(), osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(recordByFunction)),
@@ -133,38 +114,17 @@ TEST(Traverse, FunctionFunctorsAndNodeLists)
     EXPECT_EQ(functionVisits, (std::vector<std::string>{"null"}));
 }
 
-TEST(Traverse, EnterLeaveFormCallsLeaveAfterTheChildren)
-{
-    Scene scene;
-    Recorder rec, quit;
-    rec.skipAt = "b";
-    rec.walk(scene.root, true);
-    EXPECT_EQ(rec.visits,
-              (std::vector<std::string>{"root", "a", "a1", "/a1", "a2", "/a2", "/a", "b", "/b", "/root"}));
-    quit.quitAt = "a1";
-    EXPECT_EQ(quit.walk(scene.root, true), Action::Quit);
-    // Leave still runs on the way up, with the Quit result.
-    EXPECT_EQ(quit.visits, (std::vector<std::string>{"root", "a", "a1", "/a1", "/a", "/root"}));
-}
-
 TEST(Traverse, ACalleeRemovingNodesDoesNotBreakTheWalk)
 {
     Scene scene;
-    struct Remover
-    {
-        std::vector<std::string> visits;
-        Action::ResultE enter(NodePtr& node)
-        {
-            visits.push_back(getName(node));
-            NodePtr parent = node->getParent();
-            if (std::string(getName(node)) == "a1")
-                parent->subChild(node); // destroys a1 while it is visited
-            return Action::Continue;
-        }
-    } remover;
-    traverse(scene.root, osgTypedMethodFunctor1ObjPtrCPtrRef<Action::ResultE, Remover, NodePtr>(
-                             &remover, &Remover::enter));
+    std::vector<std::string> visits;
+    traverse(scene.root, TraverseEnterFunctor([&visits](NodePtr& node) {
+                 visits.push_back(getName(node));
+                 if (std::string(getName(node)) == "a1")
+                     node->getParent()->subChild(node); // destroys a1 while it is visited
+                 return Action::Continue;
+             }));
     EXPECT_EQ(scene.a->getNChildren(), 1u);
-    EXPECT_EQ(remover.visits.front(), "root");
-    EXPECT_EQ(remover.visits.back(), "b1");
+    EXPECT_EQ(visits.front(), "root");
+    EXPECT_EQ(visits.back(), "b1");
 }

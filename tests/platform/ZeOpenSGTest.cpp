@@ -36,18 +36,16 @@ TEST(zeOpenSGUtils, DeliversMessagesToTheRegisteredReceiverWhichMayLeaveWhileRun
         seen = boost::any_cast<float>(m.getValue("frame"));
         m.setValue("handled", true, true);
     });
-    EXPECT_TRUE(zeOpenSGUtils::hasReceiver("currentFrameChanged"));
     zeOpenSGUtils::call("currentFrameChanged", msg, 0);
     EXPECT_EQ(calls, 1);
     EXPECT_FLOAT_EQ(seen, 4.f);
-    EXPECT_TRUE(msg.hasValue("handled")); // the receiver works on the caller's message
+    EXPECT_FALSE(msg.getValue("handled").empty()); // the receiver works on the caller's message
     zeOpenSGUtils::call("otherName", msg, 0);
     EXPECT_EQ(calls, 1);
 
     zeOpenSGUtils::unregisterReceiver("currentFrameChanged");
     zeOpenSGUtils::call("currentFrameChanged", msg, 0);
     EXPECT_EQ(calls, 1);
-    EXPECT_FALSE(zeOpenSGUtils::hasReceiver("currentFrameChanged"));
 
     // A receiver may unregister itself while running.
     calls = 0;
@@ -59,9 +57,10 @@ TEST(zeOpenSGUtils, DeliversMessagesToTheRegisteredReceiverWhichMayLeaveWhileRun
     zeOpenSGUtils::call("once", msg, 0);
     EXPECT_EQ(calls, 1);
 
-    zeOpenSGUtils::registerReceiver("x", [](zeMessage&) {});
+    zeOpenSGUtils::registerReceiver("x", [&calls](zeMessage&) { ++calls; });
     zeOpenSGUtils::registerReceiver("x", zeOpenSGUtils::Receiver()); // empty function unregisters
-    EXPECT_FALSE(zeOpenSGUtils::hasReceiver("x"));
+    zeOpenSGUtils::call("x", msg, 0);
+    EXPECT_EQ(calls, 1);
 }
 
 TEST(zeNodeUtils, SetRotationCreatesTheAttachmentAndRotatesATransform3D)

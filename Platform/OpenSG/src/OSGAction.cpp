@@ -31,29 +31,6 @@ Action::ResultE visitChildren(NodePtr& node, TraverseEnterFunctor& enter)
     return result;
 }
 
-Action::ResultE visit(NodePtr& node, TraverseEnterFunctor& enter, TraverseLeaveFunctor& leave)
-{
-    UInt32 id = node.getFieldContainerId();
-    Action::ResultE result = enter.call(node);
-    if (!stillAlive(node, id))
-        return result == Action::Quit ? Action::Quit : Action::Continue;
-    if (result == Action::Continue) {
-        for (UInt32 i = 0; stillAlive(node, id) && i < node->getNChildren(); ++i) {
-            NodePtr child = node->getChild(i);
-            if (child == NullFC)
-                continue;
-            result = visit(child, enter, leave);
-            if (result == Action::Quit)
-                break;
-        }
-    } else if (result == Action::Skip) {
-        result = Action::Continue;
-    }
-    if (!stillAlive(node, id))
-        return result;
-    return leave.call(node, result);
-}
-
 } // namespace
 
 Action::ResultE traverse(NodePtr root, TraverseEnterFunctor func)
@@ -66,36 +43,6 @@ Action::ResultE traverse(NodePtr root, TraverseEnterFunctor func)
         return Action::Continue;
     if (result == Action::Continue)
         return visitChildren(root, func);
-    return result;
-}
-
-Action::ResultE traverse(const std::vector<NodePtr>& nodeList, TraverseEnterFunctor func)
-{
-    Action::ResultE result = Action::Continue;
-    for (const NodePtr& node : nodeList) {
-        result = traverse(node, func);
-        if (result == Action::Quit)
-            break;
-    }
-    return result;
-}
-
-Action::ResultE traverse(NodePtr root, TraverseEnterFunctor enter, TraverseLeaveFunctor leave)
-{
-    if (root == NullFC)
-        return Action::Continue;
-    return visit(root, enter, leave);
-}
-
-Action::ResultE traverse(const std::vector<NodePtr>& nodeList, TraverseEnterFunctor enter,
-                         TraverseLeaveFunctor leave)
-{
-    Action::ResultE result = Action::Continue;
-    for (const NodePtr& node : nodeList) {
-        result = traverse(node, enter, leave);
-        if (result == Action::Quit)
-            break;
-    }
     return result;
 }
 

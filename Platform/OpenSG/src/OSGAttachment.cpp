@@ -157,12 +157,6 @@ void Attachment::subParent(FieldContainerPtr parent)
         _mfParents.erase(it);
 }
 
-Int32 Attachment::findParent(FieldContainerPtr parent)
-{
-    auto it = _mfParents.find(parent);
-    return it != _mfParents.end() ? Int32(it - _mfParents.begin()) : -1;
-}
-
 // ---------------------------------------------------------------- Name
 
 const Char8* getName(AttachmentContainerPtr container)

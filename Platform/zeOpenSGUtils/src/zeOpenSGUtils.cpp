@@ -35,8 +35,3 @@ void zeOpenSGUtils::unregisterReceiver(const std::string& name)
 {
     receivers().erase(name);
 }
-
-bool zeOpenSGUtils::hasReceiver(const std::string& name)
-{
-    return receivers().find(name) != receivers().end();
-}

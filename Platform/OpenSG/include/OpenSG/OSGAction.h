@@ -4,8 +4,6 @@
 #include "OSGNode.h"
 #include "OSGTypedFunctors.h"
 
-#include <vector>
-
 namespace osg {
 
 // Only the traversal protocol of actions: the result codes. Draw and render actions, and their
@@ -22,8 +20,6 @@ public:
 };
 
 typedef TypedFunctor1Base<Action::ResultE, CPtrRefCallArg<NodePtr>> TraverseEnterFunctor;
-typedef TypedFunctor2Base<Action::ResultE, CPtrRefCallArg<NodePtr>, ArgsCollector<Action::ResultE>>
-    TraverseLeaveFunctor;
 
 // Pre-order walk calling `func` on every node, whatever its travMask. Skip does not descend but
 // counts as Continue for the caller; Quit stops everything and is returned. The functor is also
@@ -31,14 +27,6 @@ typedef TypedFunctor2Base<Action::ResultE, CPtrRefCallArg<NodePtr>, ArgsCollecto
 // descended into. Children are visited by index over the
 // live list, so a callee that removes nodes does not break the walk (it may skip a sibling).
 OSG_SYSTEMLIB_DLLMAPPING Action::ResultE traverse(NodePtr root, TraverseEnterFunctor func);
-OSG_SYSTEMLIB_DLLMAPPING Action::ResultE traverse(const std::vector<NodePtr>& nodeList,
-                                                  TraverseEnterFunctor func);
-// As above, and `leave` is called after a node's children with the current result (possibly
-// Quit); its return value becomes the node's result. Null nodes are not visited.
-OSG_SYSTEMLIB_DLLMAPPING Action::ResultE traverse(NodePtr root, TraverseEnterFunctor enter,
-                                                  TraverseLeaveFunctor leave);
-OSG_SYSTEMLIB_DLLMAPPING Action::ResultE traverse(const std::vector<NodePtr>& nodeList,
-                                                  TraverseEnterFunctor enter, TraverseLeaveFunctor leave);
 
 } // namespace osg
 

@@ -36,8 +36,6 @@ public:
     MFFieldContainerPtr* editMFParents() { return &_mfParents; }
     void addParent(FieldContainerPtr parent);
     void subParent(FieldContainerPtr parent);
-    // -1 when not a parent.
-    Int32 findParent(FieldContainerPtr parent);
 
     SFBool& getInternal() { return _sfInternal; }
     const SFBool& getInternal() const { return _sfInternal; }

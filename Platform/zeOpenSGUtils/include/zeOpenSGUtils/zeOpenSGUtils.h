@@ -20,7 +20,6 @@ public:
     // Replaces any receiver registered for name. An empty function unregisters.
     static void registerReceiver(const std::string& name, Receiver receiver);
     static void unregisterReceiver(const std::string& name);
-    static bool hasReceiver(const std::string& name);
 };
 
 #endif

@@ -14,13 +14,8 @@ class zeMessage
 public:
     // Stores value under name. With replace false an existing value is kept.
     void setValue(const std::string& name, const boost::any& value, bool replace = true);
-    bool hasValue(const std::string& name) const;
     // An empty any when there is no such value.
     boost::any getValue(const std::string& name) const;
-    void removeValue(const std::string& name);
-    void clear();
-    // The names in ascending order.
-    std::vector<std::string> getNames() const;
 
 private:
     std::map<std::string, boost::any> _values;
