@@ -419,7 +419,6 @@ TEST_F(ContainerTest, ClipDestroysEmptyTracks)
     for (zeAnimationStreak* t : {t0, t1, t2})
         clip->addObject(t);
     const osg::UInt64 id0 = t0->getId();
-    const osg::UInt64 id2 = t2->getId();
     clip->destroyEmptyStreaks();
     EXPECT_EQ(clip->getStreakAmount(), 1u);
     EXPECT_EQ(clip->getStreak(1), t1);
