@@ -101,10 +101,13 @@ TEST_F(CurveEvaluationTest, EditsBetweenEvaluationsAreSeen)
     manager->destroyPoint2D(middle);
 
     // A new last key, a moved key, a changed value and a removed key each change the answer.
-    freeKey(30.0f, 30.0f);
+    zeControlPoint2D* c = freeKey(30.0f, 30.0f);
     EXPECT_EQ(30.0f, at(40.0f));
     b->setY(-4.0f);
     EXPECT_EQ(-4.0f, at(-5.0f));
+    const float beforeHandle = at(20.0f);
+    c->setInTangentY(60.0f); // a raised in-handle lifts the segment before the key
+    EXPECT_LT(beforeHandle, at(20.0f));
     a->setX(35.0f); // direct write: the child list is now out of order
     EXPECT_EQ(0.0f, at(40.0f));
     EXPECT_EQ(30.0f, at(-5.0f)); // second key by x

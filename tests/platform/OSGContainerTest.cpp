@@ -162,6 +162,16 @@ TEST(FieldContainerType, KnowsNameParentDerivationAndKind)
     EXPECT_EQ(factory()->findType(ct.getId()), &ct);
     EXPECT_EQ(factory()->findType("NoSuchType"), nullptr);
     subRefCP(obj);
+
+    // A concrete type makes a container of its own kind; an abstract one makes none.
+    for (const FieldContainerType* type :
+         {&Group::getClassType(), &SimpleMaterial::getClassType(), &Name::getClassType()}) {
+        FieldContainerPtr made = type->createFieldContainer();
+        ASSERT_NE(made, NullFC) << type->getCName();
+        EXPECT_EQ(made->getType(), *type);
+        subRefCP(made);
+    }
+    EXPECT_EQ(NodeCore::getClassType().createFieldContainer(), NullFC);
 }
 
 TEST(FieldContainerType, GroupIdsAreOwnPerTypeUnlessShared)

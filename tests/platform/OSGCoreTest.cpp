@@ -86,6 +86,17 @@ TEST(Cores, MaterialGroupCountsItsMaterialAndAShallowCopyIsANewContainerWithTheS
     EXPECT_EQ(copy->getMaterial(), mat);
     EXPECT_EQ(mat.getRefCount(), 2); // both groups reference the material
     EXPECT_STREQ(getName(copy), "shared");
+    // A node's copy keeps its travMask but takes neither its core nor its children.
+    NodePtr node = Node::create();
+    node->setActive(false);
+    node->setCore(Group::create());
+    node->addChild(Node::create());
+    NodePtr nodeCopy = NodePtr::dcast(node->shallowCopy());
+    EXPECT_FALSE(nodeCopy->getActive());
+    EXPECT_EQ(nodeCopy->getCore(), NullFC);
+    EXPECT_EQ(nodeCopy->getNChildren(), 0u);
+    subRefCP(nodeCopy);
+    subRefCP(node);
 
     subRefCP(group);
     EXPECT_EQ(mat.getRefCount(), 1);
