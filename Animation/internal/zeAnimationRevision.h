@@ -24,7 +24,25 @@ inline std::uint64_t current()
     return counter;
 }
 
+// The part of the revision that moves with keys, child lists and the registry only, not with the
+// flags, intervals, play ranges and bounds: an index built from a curve's keys (for editing)
+// checks this one, so that the setters an edit calls on its way up the tree, which cannot change
+// the keys, do not make it rebuild on every edit.
+inline std::uint64_t shapeCounter = 0;
+
+inline std::uint64_t shape()
+{
+    return shapeCounter;
+}
+
 inline void bump()
+{
+    ++counter;
+    ++shapeCounter;
+}
+
+// A flag, interval, play range or bounds written: playback must see it, editing indexes need not.
+inline void bumpValue()
 {
     ++counter;
 }

@@ -443,7 +443,7 @@ namespace {
 
 void stamp(zeKeyState& c)
 {
-    c.revision = zeAnimationRevision::current();
+    c.revision = zeAnimationRevision::shape();
     c.built = true;
 }
 
@@ -502,7 +502,7 @@ void rebuildKeys(const zeAnimationCurve2D* curve, zeKeyState& c)
 
 bool isFresh(const zeKeyState& c)
 {
-    return c.built && c.revision == zeAnimationRevision::current();
+    return c.built && c.revision == zeAnimationRevision::shape();
 }
 
 const std::uint32_t kNoKey = std::numeric_limits<std::uint32_t>::max();
@@ -743,7 +743,7 @@ bool zeKeyIndex::insertInOrder(zeAnimationCurve2D* curve, zeControlPoint2D* key)
     w.nodes.insert(w.nodes.begin() + at, node);
     ++w.keyCount;
     zeAnimationRevision::bump(); // the child list changed, in step with the index
-    w.revision = zeAnimationRevision::current();
+    w.revision = zeAnimationRevision::shape();
     foldExtreme(w, at, true);
     return true;
 }
@@ -760,7 +760,7 @@ bool zeKeyIndex::eraseInOrder(zeAnimationCurve2D* curve, zeControlPoint2D* key)
         return false;
     zeAnimationAccess::childList(curve).erase(w.nodes[at]);
     zeAnimationRevision::bump(); // the child list changed, in step with the index
-    w.revision = zeAnimationRevision::current();
+    w.revision = zeAnimationRevision::shape();
     if (w.lowAt == at || w.highAt == at)
         w.extremes = false;
     // The slot stays, emptied, and its live neighbours are linked past it.
@@ -797,12 +797,12 @@ bool zeKeyIndex::recomputeTangents(const zeAnimationCurve2D* curve, zeControlPoi
 {
     // Validated first, so that the neighbour lookup inside finds it fresh.
     zeKeyState& c = keysWithGaps(curve);
-    const osg::UInt64 before = zeAnimationRevision::current();
+    const osg::UInt64 before = zeAnimationRevision::shape();
     const bool written = key->computeTangents();
     // computeTangents writes the two handles and nothing else. Handles are never registered, so
     // they are in no key index: when exactly those writes happened, the index still holds.
-    if (c.built && c.revision == before && zeAnimationRevision::current() == before + (written ? 2u : 0u))
-        c.revision = zeAnimationRevision::current();
+    if (c.built && c.revision == before && zeAnimationRevision::shape() == before + (written ? 2u : 0u))
+        c.revision = zeAnimationRevision::shape();
     return written;
 }
 
@@ -819,7 +819,7 @@ void zeKeyIndex::placeKey(const zeAnimationCurve2D* curve, zeControlPoint2D* key
     }
     const auto finite = [](float x, float y) { return std::isfinite(x) && std::isfinite(y); };
     const bool wasFresh = isFresh(w);
-    const osg::UInt64 expected = zeAnimationRevision::current() + (finite(position[0], position[1]) ? 1 : 0) +
+    const osg::UInt64 expected = zeAnimationRevision::shape() + (finite(position[0], position[1]) ? 1 : 0) +
                                  (key->getInTangentPoint() && finite(in[0], in[1]) ? 1 : 0) +
                                  (key->getOutTangentPoint() && finite(out[0], out[1]) ? 1 : 0);
     key->setPosition(position);
@@ -828,8 +828,8 @@ void zeKeyIndex::placeKey(const zeAnimationCurve2D* curve, zeControlPoint2D* key
     // The key's own writes, and nothing else, happened since the index was valid: when the key
     // stays strictly between its neighbours, only its entry changes.
     const float x = key->getX();
-    if (at == n || !wasFresh || zeAnimationRevision::current() != expected ||
-        (at > 0 && !(w.xs[at - 1] < x)) || (at + 1 < n && !(x < w.xs[at + 1])))
+    if (at == n || !wasFresh || zeAnimationRevision::shape() != expected || (at > 0 && !(w.xs[at - 1] < x)) ||
+        (at + 1 < n && !(x < w.xs[at + 1])))
         return;
     w.xs[at] = x;
     w.ys[at] = key->getY();
@@ -870,7 +870,7 @@ const zeKeyState& zeKeyIndex::extremes(const zeAnimationCurve2D* curve)
 
 bool zeKeyIndex::survives(const zeAnimationCurve2D* curve, const zeControlPoint2D* key, osg::UInt64& revision)
 {
-    revision = zeAnimationRevision::current();
+    revision = zeAnimationRevision::shape();
     if (!fresh(curve))
         return false;
     // In order and complete, the index holds every listed key once, at its x.
@@ -887,8 +887,8 @@ void zeKeyIndex::restampAfter(const zeAnimationCurve2D* curve, osg::UInt64 revis
     // The key left the registry after it left the list and the index: that one step, and no
     // other change, happened meanwhile.
     zeKeyState* keys = existingKeys(curve);
-    if (keys && keys->built && keys->revision == revision && zeAnimationRevision::current() == revision + 1)
-        keys->revision = zeAnimationRevision::current();
+    if (keys && keys->built && keys->revision == revision && zeAnimationRevision::shape() == revision + 1)
+        keys->revision = zeAnimationRevision::shape();
 }
 
 // ---- zeEditIndexes ----------------------------------------------------------------------------

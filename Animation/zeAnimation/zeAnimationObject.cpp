@@ -152,7 +152,7 @@ void zeAnimationObject::setBegin(float value)
 {
     const bool changed = !(begin == value);
     begin = value;
-    zeAnimationRevision::bump(); // even when equal: -0 and 0 compare equal yet are kept apart
+    zeAnimationRevision::bumpValue(); // even when equal: -0 and 0 compare equal yet are kept apart
     if (changed)
         noteChange();
 }
@@ -161,7 +161,7 @@ void zeAnimationObject::setEnd(float value)
 {
     const bool changed = !(end == value);
     end = value;
-    zeAnimationRevision::bump();
+    zeAnimationRevision::bumpValue();
     if (changed)
         noteChange();
 }
@@ -199,7 +199,7 @@ void zeAnimationObject::setActive(bool value)
             sequence->setActive(value);
     }
     active = value;
-    zeAnimationRevision::bump();
+    zeAnimationRevision::bumpValue();
 }
 
 void zeAnimationObject::setPlaying(bool value)
@@ -215,7 +215,7 @@ void zeAnimationObject::setReversePlay(bool value)
 void zeAnimationObject::setRepeating(bool value)
 {
     repeating = value;
-    zeAnimationRevision::bump();
+    zeAnimationRevision::bumpValue();
 }
 
 void zeAnimationObject::setPausing(bool value)
@@ -236,7 +236,7 @@ void zeAnimationObject::setLocked(bool value)
 void zeAnimationObject::setMotionBlur(bool value)
 {
     motionBlur = value;
-    zeAnimationRevision::bump();
+    zeAnimationRevision::bumpValue();
 }
 
 // Playback keeps the flags, intervals and play ranges it reads: each of their setters counts as a
@@ -244,19 +244,19 @@ void zeAnimationObject::setMotionBlur(bool value)
 void zeAnimationObject::setUsePlayRange(bool value)
 {
     usePlayRange = value;
-    zeAnimationRevision::bump();
+    zeAnimationRevision::bumpValue();
 }
 
 void zeAnimationObject::setStartPlayRange(float value)
 {
     startPlayRange = value;
-    zeAnimationRevision::bump();
+    zeAnimationRevision::bumpValue();
 }
 
 void zeAnimationObject::setEndPlayRange(float value)
 {
     endPlayRange = value;
-    zeAnimationRevision::bump();
+    zeAnimationRevision::bumpValue();
 }
 
 osg::UInt32 zeAnimationObject::getTypeID() const
@@ -386,7 +386,7 @@ void zeAnimationObject::storeBounds(float newBegin, float newEnd, float newMaxim
     maximum = newMaximum;
     minimum = newMinimum;
     if (changed) {
-        zeAnimationRevision::bump();
+        zeAnimationRevision::bumpValue();
         noteChange();
     }
 }
