@@ -483,12 +483,24 @@ float readCameraSetting(const osg::CameraSettingPtr& camera, osg::UInt32 index)
 
 void writeCameraSetting(const osg::CameraSettingPtr& camera, osg::UInt32 index, float value)
 {
-    typedef void (osg::CameraSetting::*Setter)(const osg::Real32&);
-    static const Setter setters[] = {&osg::CameraSetting::setFStop, &osg::CameraSetting::setHeight,
-                                     &osg::CameraSetting::setDistance, &osg::CameraSetting::setFocalLength,
-                                     &osg::CameraSetting::setTurnTableAngle};
     osg::beginEditCP(camera, osg::FieldBits::AllFields, 1);
-    (camera.getCPtr()->*setters[index])(value);
+    switch (index) {
+    case 0:
+        camera->setFStop(value);
+        break;
+    case 1:
+        camera->setHeight(value);
+        break;
+    case 2:
+        camera->setDistance(value);
+        break;
+    case 3:
+        camera->setFocalLength(value);
+        break;
+    default:
+        camera->setTurnTableAngle(value);
+        break;
+    }
     osg::endEditCP(camera, osg::FieldBits::AllFields, 1);
 }
 
