@@ -29,6 +29,7 @@ struct zeSceneTarget
     osg::Field* sceneField = nullptr; // null: not resolved to a field written directly
     int kind = 0;
     osg::BitVector mask = 0;
+    bool angle = false; // the name makes it an angle, stored in radians and animated in degrees
 };
 
 namespace zeSceneAccess {

@@ -270,9 +270,14 @@ float toAnimation(const std::string& name, double stored)
                               : static_cast<float>(stored);
 }
 
+float angleToScene(float degrees)
+{
+    return degrees * 2.0f * 3.1415927f / 360.0f;
+}
+
 float toScene(const std::string& name, float value)
 {
-    return isAngleField(name) ? value * 2.0f * 3.1415927f / 360.0f : value;
+    return isAngleField(name) ? angleToScene(value) : value;
 }
 
 bool sameValue(float a, float b)
@@ -334,9 +339,9 @@ bool rotationIndex(const std::string& attribute, osg::UInt32& index)
 // Writes the field's value into one float (or the double) of a directly handled scene field; a
 // value already there is not written, so it causes no change notification.
 bool writeComponent(const osg::FieldContainerPtr& container, osg::Field* sceneField, ContentKind kind,
-                    osg::BitVector mask, const std::string& name, const zeAnimationField& field)
+                    osg::BitVector mask, bool angle, const zeAnimationField& field)
 {
-    const float sceneValue = toScene(name, field.value);
+    const float sceneValue = angle ? angleToScene(field.value) : field.value;
     if (kind == KindReal64) {
         osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
         const double wanted = static_cast<double>(sceneValue);
@@ -677,7 +682,7 @@ bool zeSceneAccess::writeFieldValue(zeAnimationField* field, zeSceneTarget& bind
         binding.containerId == field->fcID && binding.valuePos == field->valuePos &&
         binding.typeId == container->getType().getId() && binding.name == field->name)
         return writeComponent(container, static_cast<osg::Field*>(binding.sceneField),
-                              static_cast<ContentKind>(binding.kind), binding.mask, field->name, *field);
+                              static_cast<ContentKind>(binding.kind), binding.mask, binding.angle, *field);
     binding.sceneField = nullptr;
     const SceneRoute route = resolveRoute(*field);
     switch (route.way) {
@@ -708,8 +713,10 @@ bool zeSceneAccess::writeFieldValue(zeAnimationField* field, zeSceneTarget& bind
             binding.sceneField = route.sceneField;
             binding.kind = route.kind;
             binding.mask = mask;
+            binding.angle = isAngleField(field->name);
         }
-        return writeComponent(route.container, route.sceneField, route.kind, mask, *route.name, *field);
+        return writeComponent(route.container, route.sceneField, route.kind, mask, isAngleField(*route.name),
+                              *field);
     }
     case SceneRoute::Text:
         return writeText(route, *field);

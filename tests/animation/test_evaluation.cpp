@@ -3,6 +3,8 @@
 #include "PlaybackTestSupport.h"
 #include "ReferenceCurveEvaluation.h"
 
+#include <zeOpenSGExt/OSGCameraSetting.h>
+
 #include <cmath>
 #include <cstring>
 #include <map>
@@ -281,6 +283,22 @@ TEST_F(EvaluationTest, PlanMatchesTheStepByStepEvaluationThroughEdits)
         }
     }
     EXPECT_EQ(compared, 400 * 9 * 5);
+}
+
+// A field whose name makes it an angle is animated in degrees and stored in radians, also once
+// playback writes it straight to the scene field it found on the first frame.
+TEST_F(EvaluationTest, AngleFieldStaysInRadiansFrameAfterFrame)
+{
+    osg::CameraSettingPtr camera = osg::CameraSetting::create();
+    osg::addRefCP(camera);
+    zeAnimationField* field = manager->createField(0);
+    field->fcID = osg::getContainerId(camera);
+    field->name = field->attribute = "fieldOfView";
+    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 10.0f, 90.0f);
+    for (float frame : {0.0f, 10.0f, 0.0f, 10.0f})
+        controller->evaluateObject(unit, frame, false);
+    EXPECT_EQ(camera->getFieldOfView(), 90.0f * 2.0f * 3.1415927f / 360.0f);
+    osg::subRefCP(camera);
 }
 
 // Playback writes every field on every frame, so fields made one after another lie one after
