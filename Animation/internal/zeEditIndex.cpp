@@ -447,6 +447,18 @@ void stamp(zeKeyState& c)
     c.built = true;
 }
 
+// The arrays hold no gap any more: the links past erased keys, the tree over the slots and the
+// extremes kept with them go.
+void forgetGaps(zeKeyState& c)
+{
+    c.dead = 0;
+    c.before.clear();
+    c.after.clear();
+    c.tree.clear();
+    c.treeLeaves = 0;
+    c.extremes = false;
+}
+
 void rebuildKeys(const zeAnimationCurve2D* curve, zeKeyState& c)
 {
     c.xs.clear();
@@ -474,12 +486,7 @@ void rebuildKeys(const zeAnimationCurve2D* curve, zeKeyState& c)
         c.nodes.push_back(it);
     }
     c.keyCount = c.points.size();
-    c.dead = 0;
-    c.before.clear();
-    c.after.clear();
-    c.tree.clear();
-    c.treeLeaves = 0;
-    c.extremes = false;
+    forgetGaps(c);
     if (c.hasNaN)
         c.ordered = false;
     if (!c.ordered && !c.hasNaN) {
@@ -603,12 +610,7 @@ void closeGaps(zeKeyState& c)
     c.ys.resize(kept);
     c.points.resize(kept);
     c.nodes.resize(kept);
-    c.dead = 0;
-    c.before.clear();
-    c.after.clear();
-    c.tree.clear();
-    c.treeLeaves = 0;
-    c.extremes = false;
+    forgetGaps(c);
     if (c.lastSegment + 1 >= c.points.size())
         c.lastSegment = 0;
 }
