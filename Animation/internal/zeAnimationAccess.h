@@ -3,10 +3,11 @@
 
 // The library's internal code (the file loader) builds and links objects in bulk, which the
 // public operations do one by one with every update on the way, and the editing indexes kept
-// beside the objects read and keep their child lists. This class is their one way to those
-// protected parts: each public class that offers one declares `friend class
-// zeAnimationAccess;` and nothing else, so the public headers name no internal class but this
-// opaque one, and the steps it exposes are listed here in one place.
+// beside the objects read and keep their child lists. This type is their one way to those
+// protected parts. It is the manager's nested `Internal`, which the public header only declares:
+// as a member of the class every object class befriends, it reaches what the manager reaches,
+// so no public header names an internal class, and the steps it exposes are listed here in one
+// place.
 //
 // Internal to the library, never installed.
 
@@ -21,9 +22,8 @@
 #include <cstddef>
 #include <vector>
 
-class zeAnimationAccess
+struct zeAnimationManager::Internal
 {
-public:
     // Links a child as the last entry of the parent's child list and does nothing else; once a
     // subtree is linked, finishAppends brings the summaries, the order and the bounds up to date.
     static void appendQuietly(zeAnimationObject* parent, zeAnimationObject* child)
@@ -70,5 +70,7 @@ public:
         manager->_objectIndex->reserve(manager->_objects.size() + more);
     }
 };
+
+using zeAnimationAccess = zeAnimationManager::Internal;
 
 #endif // ZEANIMATIONACCESS_H

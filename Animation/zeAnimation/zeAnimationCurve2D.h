@@ -23,9 +23,6 @@ class ZEANIMATION_EXPORT zeAnimationCurve2D final : public zeAnimationObject
     friend class zeAnimationManager;
     friend class zeAnimationController;
     friend class zeAnimationObject;
-    // The library's internal code (the file loader) takes its bulk steps through this one class
-    // (Animation/internal/zeAnimationAccess.h); no other internal class is a friend.
-    friend class zeAnimationAccess;
 
 public:
     typedef std::map<float, zeControlPoint2D*> PointMap;

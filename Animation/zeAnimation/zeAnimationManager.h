@@ -281,6 +281,11 @@ public:
     zeAnimationSequence* readSequenceDomElement(const QDomElement& element);
     void readChildren(const QDomElement& element);
 
+    // Not part of the interface: the library's own sources define this type and take their bulk
+    // steps (linking a loaded file, the editing indexes) through it. It is never defined in an
+    // installed header, so a host cannot use it.
+    struct Internal;
+
 private:
     zeAnimationManager();
     ~zeAnimationManager();
@@ -365,9 +370,6 @@ private:
     static osg::UInt64 _uidSeed;
 
     friend class zeAnimationObject;
-    // The library's internal code (the file loader) takes its bulk steps through this one class
-    // (Animation/internal/zeAnimationAccess.h); no other internal class is a friend.
-    friend class zeAnimationAccess;
 };
 
 #endif // ZEANIMATIONMANAGER_H

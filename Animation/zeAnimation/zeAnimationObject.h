@@ -30,9 +30,6 @@ struct zeEditIndex;
 class ZEANIMATION_EXPORT zeAnimationObject
 {
     friend class zeAnimationManager;
-    // The library's internal code (the file loader) takes its bulk steps through this one class
-    // (Animation/internal/zeAnimationAccess.h); no other internal class is a friend.
-    friend class zeAnimationAccess;
 
 public:
     // Bit set passed to updateBy/updateAll. Any other value behaves like Change, so the type is a

@@ -12,9 +12,6 @@
 class ZEANIMATION_EXPORT zeAnimationUnit final : public zeAnimationObject
 {
     friend class zeAnimationManager;
-    // The library's internal code (the file loader) takes its bulk steps through this one class
-    // (Animation/internal/zeAnimationAccess.h); no other internal class is a friend.
-    friend class zeAnimationAccess;
 
 public:
     void setActive(bool value) override { containerSetActive(value); }
