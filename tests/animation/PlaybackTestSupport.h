@@ -202,6 +202,18 @@ protected:
         return value;
     }
 
+    // Moves the host clock to the time given and runs one pass of per-object (or global) playback.
+    void pass(double seconds)
+    {
+        clock() = seconds;
+        controller->loop();
+    }
+    void globalPass(double seconds)
+    {
+        clock() = seconds;
+        controller->playLoop();
+    }
+
     std::vector<Received> messagesNamed(const std::string& name) const
     {
         std::vector<Received> result;

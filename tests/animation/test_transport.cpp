@@ -9,9 +9,14 @@
 
 namespace {
 
-class GlobalPlaybackTest : public PlaybackTest
+// Most tests play one block holding a ramp from (0, 0) to (50, 100) on a field of its own.
+class TransportTest : public PlaybackTest
 {
 protected:
+    zeAnimationField* field = nullptr;
+    zeAnimationUnit* unit = nullptr;
+    zeAnimationCurve2D* c = nullptr;
+
     static std::vector<float>& cursor()
     {
         static std::vector<float> frames;
@@ -23,17 +28,18 @@ protected:
     {
         PlaybackTest::SetUp();
         cursor().clear();
+        field = translation();
+        unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f, "door");
+        c = firstCurve(unit);
     }
 };
+typedef TransportTest GlobalPlaybackTest;
+typedef TransportTest ObjectPlaybackTest;
 
 TEST_F(GlobalPlaybackTest, PlaysForwardSendingFramesAndFinishesPastTheEnd)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
-    zeAnimationCurve2D* c = firstCurve(unit);
     controller->playGlobal(unit->getId(), false, false, 0.0f, 50.0f, 0.0f);
-
-    controller->playLoop();
+    globalPass(0.0);
     EXPECT_FALSE(controller->isPlaying()); // global playback is not per-object playback
     EXPECT_FLOAT_EQ(scene(field), at(c, 0.0f));
     ASSERT_EQ(received.size(), 1u);
@@ -42,8 +48,7 @@ TEST_F(GlobalPlaybackTest, PlaysForwardSendingFramesAndFinishesPastTheEnd)
     EXPECT_EQ(received[0].frame, 0.0f);
     EXPECT_EQ(received[0].sender, 3);
 
-    clock() = 0.5;
-    controller->playLoop();
+    globalPass(0.5);
     EXPECT_FLOAT_EQ(scene(field), at(c, 12.5f));
     ASSERT_EQ(received.size(), 3u);
     EXPECT_EQ(received[1].frame, 12.5f);
@@ -51,69 +56,53 @@ TEST_F(GlobalPlaybackTest, PlaysForwardSendingFramesAndFinishesPastTheEnd)
     EXPECT_TRUE(received[2].typed);
     EXPECT_EQ(received[2].fullFrame, 12);
 
-    clock() = 0.51; // frame 12.75: same whole frame, no whole-frame message
-    controller->playLoop();
+    globalPass(0.51); // frame 12.75: same whole frame, no whole-frame message
     EXPECT_EQ(messagesNamed("currentFullFrameChanged").size(), 1u);
-
-    clock() = 2.0; // exactly the end: still playing
-    controller->playLoop();
+    globalPass(2.0); // exactly the end: still playing
     EXPECT_TRUE(zeAnimationController::isPlayingGlobal());
     EXPECT_TRUE(messagesNamed("finishedPlayingGlobal").empty());
 
-    clock() = 2.25;
-    controller->playLoop();
+    globalPass(2.25);
     EXPECT_FALSE(zeAnimationController::isPlayingGlobal());
     ASSERT_EQ(messagesNamed("finishedPlayingGlobal").size(), 1u);
     EXPECT_TRUE(received.back().typed);
     EXPECT_TRUE(received.back().finished);
     EXPECT_FLOAT_EQ(scene(field), at(c, 50.0f));
-
     const std::size_t before = received.size();
-    clock() = 3.0;
-    controller->playLoop();
+    globalPass(3.0);
     EXPECT_EQ(received.size(), before);
 }
 
-TEST_F(GlobalPlaybackTest, ReversePlaysDownFromStartAndFinishesBelowTheBegin)
+TEST_F(GlobalPlaybackTest, ReverseRunsDownFromTheStartAndRepeatWrapsInsideTheRange)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
     controller->playGlobal(unit->getId(), true, false, 0.0f, 50.0f, 50.0f);
-    controller->playLoop();
-    clock() = 1.0;
-    controller->playLoop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 25.0f));
-    clock() = 2.25;
-    controller->playLoop();
+    globalPass(0.0);
+    globalPass(1.0);
+    EXPECT_FLOAT_EQ(scene(field), at(c, 25.0f));
+    globalPass(2.25);
     EXPECT_FALSE(zeAnimationController::isPlayingGlobal());
     const std::vector<Received> whole = messagesNamed("currentFullFrameChanged");
     ASSERT_FALSE(whole.empty());
     EXPECT_EQ(whole.back().fullFrame, -7); // floor of -6.25
     EXPECT_EQ(messagesNamed("finishedPlayingGlobal").size(), 1u);
-}
 
-TEST_F(GlobalPlaybackTest, RepeatWrapsInsideTheRangeAndNeverFinishes)
-{
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 20.0f, 100.0f);
+    clock() = 0.0;
     controller->playGlobal(unit->getId(), false, true, 0.0f, 20.0f, 0.0f);
     for (int step = 0; step <= 400; ++step) {
-        clock() = step * 0.03125;
-        controller->playLoop();
+        globalPass(step * 0.03125);
         ASSERT_GE(zeAnimationController::getCurrentFrame(), 0.0f);
         ASSERT_LT(zeAnimationController::getCurrentFrame(), 20.0f);
     }
     EXPECT_TRUE(zeAnimationController::isPlayingGlobal());
-    clock() = 1.0; // frame 25 wraps to 5
-    controller->playLoop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 5.0f));
+    globalPass(1.0); // frame 25 wraps to 5
+    EXPECT_FLOAT_EQ(scene(field), at(c, 5.0f));
+    EXPECT_EQ(messagesNamed("finishedPlayingGlobal").size(), 1u);
 }
 
 TEST_F(GlobalPlaybackTest, ZeroRangeTakesTheUnionAndStartsAtTheCurrentFrame)
 {
-    zeAnimationField* a = translation();
     zeAnimationField* b = translation();
-    zeAnimationUnit* first = block(a, 5.0f, 0.0f, 15.0f, 100.0f);
+    zeAnimationUnit* first = block(field, 5.0f, 0.0f, 15.0f, 100.0f);
     zeAnimationUnit* second = block(b, 30.0f, 7.0f, 40.0f, 9.0f);
     zeAnimationController::setCurrentFrame(12.0f, zeAnimationController::TimeLine);
     received.clear();
@@ -123,7 +112,7 @@ TEST_F(GlobalPlaybackTest, ZeroRangeTakesTheUnionAndStartsAtTheCurrentFrame)
     controller->playLoop();
     ASSERT_FALSE(received.empty());
     EXPECT_EQ(received[0].frame, 12.0f);
-    EXPECT_FLOAT_EQ(scene(a), at(firstCurve(first), 12.0f));
+    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(first), 12.0f));
     EXPECT_NEAR(scene(b), 7.0f, 1e-4f);
 
     // Over nothing resolvable the range is empty and playback ends at the first step.
@@ -138,38 +127,32 @@ TEST_F(GlobalPlaybackTest, ZeroRangeTakesTheUnionAndStartsAtTheCurrentFrame)
 
 TEST_F(GlobalPlaybackTest, ForcedWholeFramesRoundHalvesAwayFromZero)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, -10.0f, 0.0f, 10.0f, 100.0f);
+    unit->move(-10.0f, true);
     zeAnimationController::setFPS(10.0f);
     zeAnimationController::setForcePlayLoopFullFrame(true);
-    controller->playGlobal(unit->getId(), false, false, -10.0f, 10.0f, 0.0f);
-    clock() = 0.25; // 2.5 frames
-    controller->playLoop();
+    controller->playGlobal(unit->getId(), false, false, -10.0f, 40.0f, 0.0f);
+    globalPass(0.25); // 2.5 frames
     EXPECT_EQ(zeAnimationController::getCurrentFrame(), 3.0f);
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 3.0f));
+    EXPECT_FLOAT_EQ(scene(field), at(c, 3.0f));
 
     clock() = 0.0;
-    controller->playGlobal(unit->getId(), true, false, -10.0f, 10.0f, 0.0f);
-    clock() = 0.25;
-    controller->playLoop();
+    controller->playGlobal(unit->getId(), true, false, -10.0f, 40.0f, 0.0f);
+    globalPass(0.25);
     EXPECT_EQ(zeAnimationController::getCurrentFrame(), -3.0f);
     EXPECT_EQ(messagesNamed("currentFullFrameChanged").back().fullFrame, -3);
 }
 
 TEST_F(GlobalPlaybackTest, PauseHoldsResumeJumpsToTheClockAndStopEndsSilently)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
     controller->playGlobal(unit->getId(), false, false, 0.0f, 50.0f, 0.0f);
     controller->playLoop();
     clock() = 0.5;
     controller->pause(true);
     EXPECT_TRUE(zeAnimationController::isPausing());
     const std::size_t before = received.size();
-    clock() = 1.0;
-    controller->playLoop();
+    globalPass(1.0);
     EXPECT_EQ(received.size(), before);
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 0.0f));
+    EXPECT_FLOAT_EQ(scene(field), at(c, 0.0f));
     clock() = 1.5;
     controller->pause(false);
     controller->playLoop();
@@ -178,24 +161,20 @@ TEST_F(GlobalPlaybackTest, PauseHoldsResumeJumpsToTheClockAndStopEndsSilently)
     // Stopping ends playback without a finished message.
     controller->stopGlobal();
     const std::size_t stopped = received.size();
-    clock() = 5.0;
-    controller->playLoop();
+    globalPass(5.0);
     EXPECT_EQ(received.size(), stopped);
     EXPECT_TRUE(messagesNamed("finishedPlayingGlobal").empty());
 }
 
 TEST_F(GlobalPlaybackTest, PlayGlobalStopsAndRewindsPerObjectPlayback)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* own = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
-    controller->enqueueObject(own, true);
-    controller->loop();
-    clock() = 1.0;
-    controller->loop();
+    controller->enqueueObject(unit, true);
+    pass(0.0);
+    pass(1.0);
     controller->playGlobal(std::vector<osg::UInt64>(), false, false, 0.0f, 10.0f, 0.0f);
     EXPECT_FALSE(controller->isPlaying());
-    EXPECT_FALSE(own->isPlaying());
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(own), 0.0f));
+    EXPECT_FALSE(unit->isPlaying());
+    EXPECT_FLOAT_EQ(scene(field), at(c, 0.0f));
 }
 
 TEST_F(GlobalPlaybackTest, GoToGlobalBeginAndEndStopAndShowTheObjectOrCurves)
@@ -203,13 +182,12 @@ TEST_F(GlobalPlaybackTest, GoToGlobalBeginAndEndStopAndShowTheObjectOrCurves)
     zeAnimationController::setTimeLineCurrentFrameCB(&GlobalPlaybackTest::moveCursor);
     zeAnimationController::setCurveEditorCurrentFrameCB(&GlobalPlaybackTest::moveCursor);
     zeAnimationController::setClipMakerCurrentFrameCB(&GlobalPlaybackTest::moveCursor);
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 10.0f, 1.0f, 30.0f, 3.0f);
-    controller->playGlobal(unit->getId(), false, false, 10.0f, 30.0f, 10.0f);
-    controller->gotoGlobalEnd(unit);
+    zeAnimationUnit* later = block(field, 10.0f, 1.0f, 30.0f, 3.0f);
+    controller->playGlobal(later->getId(), false, false, 10.0f, 30.0f, 10.0f);
+    controller->gotoGlobalEnd(later);
     EXPECT_FALSE(zeAnimationController::isPlayingGlobal());
     EXPECT_NEAR(scene(field), 3.0f, 1e-4f);
-    controller->gotoGlobalBegin(unit);
+    controller->gotoGlobalBegin(later);
     EXPECT_NEAR(scene(field), 1.0f, 1e-4f);
     EXPECT_EQ(cursor(), std::vector<float>({30.0f, 30.0f, 30.0f, 10.0f, 10.0f, 10.0f}));
 
@@ -217,82 +195,60 @@ TEST_F(GlobalPlaybackTest, GoToGlobalBeginAndEndStopAndShowTheObjectOrCurves)
     cursor().clear();
     zeAnimationController::setCurveEditorCurrentFrameCB(nullptr);
     zeAnimationController::setClipMakerCurrentFrameCB(nullptr);
-    zeAnimationCurve2D* c = firstCurve(unit);
-    controller->gotoGlobalEnd(std::vector<zeAnimationCurve2D*>{c});
-    controller->gotoGlobalBegin(std::vector<zeAnimationCurve2D*>{c});
+    zeAnimationCurve2D* laterCurve = firstCurve(later);
+    controller->gotoGlobalEnd(std::vector<zeAnimationCurve2D*>{laterCurve});
+    controller->gotoGlobalBegin(std::vector<zeAnimationCurve2D*>{laterCurve});
     EXPECT_NEAR(scene(field), 1.0f, 1e-4f);
     zeAnimationCurve2D* negative = curve(translation(), -30.0f, 1.0f, -10.0f, 3.0f);
     controller->gotoGlobalEnd(std::vector<zeAnimationCurve2D*>{negative});
     EXPECT_EQ(cursor(), std::vector<float>({30.0f, 0.0f, 0.0f}));
 }
 
-class ObjectPlaybackTest : public PlaybackTest
-{};
-
-TEST_F(ObjectPlaybackTest, ObjectPlaysOnItsOwnAndLeavesTheQueueWhenFinished)
+TEST_F(ObjectPlaybackTest, ObjectPlaysOnItsOwnTakingItsStartAtTheFirstPassAndLeavesTheQueueWhenFinished)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
-    zeAnimationCurve2D* c = firstCurve(unit);
     EXPECT_TRUE(controller->enqueueObject(unit, true));
-    controller->loop();
+    pass(1.0);
     EXPECT_FLOAT_EQ(scene(field), at(c, 0.0f));
-    EXPECT_EQ(unit->getStartTime(), 0.0f);
-    EXPECT_EQ(unit->getStopTime(), 2.0f);
-    clock() = 1.0;
-    controller->loop();
+    EXPECT_EQ(unit->getStartTime(), 1.0f);
+    EXPECT_EQ(unit->getStopTime(), 3.0f);
+    pass(2.0);
     EXPECT_FLOAT_EQ(scene(field), at(c, 25.0f));
-    clock() = 2.25;
-    controller->loop();
-    EXPECT_NEAR(scene(field), 100.0f, 1e-4f);
-    EXPECT_FALSE(controller->isPlaying());
-    // Per-object playback leaves the host's messages to global playback.
-    EXPECT_TRUE(received.empty());
-}
-
-TEST_F(ObjectPlaybackTest, StartTimeIsTakenAtTheFirstPassAndWaitingObjectsJoinAfterAPass)
-{
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
-    controller->enqueueObject(unit, true);
-    clock() = 1.0;
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 0.0f));
-    clock() = 1.5;
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 12.5f));
 
     // Queued to wait: it joins at the end of the next pass and is read from the pass after.
     zeAnimationField* waitingField = translation();
     zeAnimationUnit* waiting = block(waitingField, 0.0f, 0.0f, 50.0f, 100.0f);
     EXPECT_TRUE(controller->enqueueObject(waiting, false));
     EXPECT_EQ(controller->getPlayQueue(), std::vector<osg::UInt64>({unit->getId()}));
-    controller->loop();
+    pass(2.0);
     EXPECT_EQ(scene(waitingField), -1.0f);
-    controller->loop();
+    pass(2.0);
     EXPECT_FLOAT_EQ(scene(waitingField), at(firstCurve(waiting), 0.0f));
+
+    pass(3.25);
+    EXPECT_NEAR(scene(field), 100.0f, 1e-4f);
+    EXPECT_EQ(controller->getPlayQueue(), std::vector<osg::UInt64>({waiting->getId()}));
+    pass(4.25);
+    EXPECT_FALSE(controller->isPlaying());
+    // Per-object playback leaves the host's messages to global playback.
+    EXPECT_TRUE(received.empty());
 }
 
 TEST_F(ObjectPlaybackTest, PlayRangeStartsAtTheStartFrameAndIsDroppedAtTheEndInEitherDirection)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 50.0f, 100.0f);
     unit->setUsePlayRange(true);
     unit->setStartPlayRange(10.0f);
     unit->setEndPlayRange(20.0f);
     unit->setStartPlay(12.0f);
     controller->enqueueObject(unit, true);
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 12.0f));
+    pass(0.0);
+    EXPECT_FLOAT_EQ(scene(field), at(c, 12.0f));
     EXPECT_FLOAT_EQ(unit->getStopTime(), 0.4f);
-    clock() = 0.25; // frame 18.25
-    controller->loop();
-    clock() = 0.5; // frame 24.5, past the range
-    controller->loop();
+    pass(0.25); // frame 18.25
+    pass(0.5);  // frame 24.5, past the range
     EXPECT_FALSE(controller->isPlaying());
     EXPECT_FALSE(unit->usesPlayRange());
     // The curve itself runs on: the scene shows it at the frame reached.
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 24.5f));
+    EXPECT_FLOAT_EQ(scene(field), at(c, 24.5f));
 
     // In reverse it runs down from the start frame.
     unit->setReversePlay(true);
@@ -302,39 +258,32 @@ TEST_F(ObjectPlaybackTest, PlayRangeStartsAtTheStartFrameAndIsDroppedAtTheEndInE
     unit->setStartPlay(50.0f);
     clock() = 0.0;
     controller->enqueueObject(unit, true);
-    controller->loop();
-    clock() = 1.0;
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 25.0f));
-    clock() = 2.25;
-    controller->loop();
+    pass(0.0);
+    pass(1.0);
+    EXPECT_FLOAT_EQ(scene(field), at(c, 25.0f));
+    pass(2.25);
     EXPECT_FALSE(controller->isPlaying());
 }
 
 TEST_F(ObjectPlaybackTest, RepeatingObjectWrapsThenRestartsAfterPassingItsEnd)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 20.0f, 100.0f);
-    unit->setRepeating(true);
-    controller->enqueueObject(unit, true);
-    controller->loop();
-    clock() = 1.0; // frame 25 is read at 5 and does not finish the object
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 5.0f));
+    zeAnimationUnit* loop = block(field, 0.0f, 0.0f, 20.0f, 100.0f);
+    c = firstCurve(loop);
+    loop->setRepeating(true);
+    controller->enqueueObject(loop, true);
+    pass(0.0);
+    pass(1.0); // frame 25 is read at 5 and does not finish the object
+    EXPECT_FLOAT_EQ(scene(field), at(c, 5.0f));
     EXPECT_TRUE(controller->isPlaying());
     // Passing the end fired the end trigger and cleared the playing flag, so the next pass
     // takes a new start time: the object plays again from its begin.
-    EXPECT_FALSE(unit->isPlaying());
-    clock() = 1.2;
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 0.0f));
-    clock() = 1.6;
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 10.0f));
-    for (int step = 0; step <= 100; ++step) {
-        clock() = 2.0 + step * 0.1;
-        controller->loop();
-    }
+    EXPECT_FALSE(loop->isPlaying());
+    pass(1.2);
+    EXPECT_FLOAT_EQ(scene(field), at(c, 0.0f));
+    pass(1.6);
+    EXPECT_FLOAT_EQ(scene(field), at(c, 10.0f));
+    for (int step = 0; step <= 100; ++step)
+        pass(2.0 + step * 0.1);
     EXPECT_TRUE(controller->isPlaying());
 }
 
@@ -347,7 +296,6 @@ TEST_F(ObjectPlaybackTest, QueueRefusesNullAndInactiveAndKeepsOneEntryPerObject)
     EXPECT_FALSE(controller->enqueueObject(nullptr, true));
     controller->loop();
 
-    zeAnimationUnit* unit = block(translation(), 0.0f, 0.0f, 50.0f, 100.0f);
     controller->enqueueObjects({unit, nullptr, inactive, unit}, true);
     EXPECT_EQ(controller->getPlayQueue(), std::vector<osg::UInt64>({unit->getId()}));
     EXPECT_FALSE(controller->dequeueObject(nullptr));
@@ -356,47 +304,38 @@ TEST_F(ObjectPlaybackTest, QueueRefusesNullAndInactiveAndKeepsOneEntryPerObject)
     EXPECT_FALSE(controller->isPlaying());
 }
 
-TEST_F(ObjectPlaybackTest, PausingTwiceKeepsTheFirstPauseTimeAndResumingUnpausedDoesNothing)
+// Pausing twice keeps the first pause time, resuming without a pause changes nothing, and an
+// object paused on its own is skipped and resumes where it was.
+TEST_F(ObjectPlaybackTest, PauseHoldsTheObjectsWhereTheyWere)
 {
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 100.0f, 100.0f);
     controller->enqueueObject(unit, true);
-    controller->loop();
+    pass(0.0);
     clock() = 0.5;
-    controller->pause(false); // resuming without a pause changes nothing
+    controller->pause(false);
     EXPECT_EQ(unit->getStartTime(), 0.0f);
     clock() = 1.0;
     controller->pause(true);
     clock() = 2.0;
     controller->pause(true);
     controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 0.0f));
+    EXPECT_FLOAT_EQ(scene(field), at(c, 0.0f));
     clock() = 3.0;
     controller->pause(false);
     EXPECT_EQ(unit->getStartTime(), 2.0f);
     controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 25.0f));
-}
+    EXPECT_FLOAT_EQ(scene(field), at(c, 25.0f));
 
-TEST_F(ObjectPlaybackTest, PausedObjectIsSkippedAndResumesWhereItWas)
-{
-    zeAnimationField* field = translation();
-    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 100.0f, 100.0f, "door");
-    controller->enqueueObject(unit, true);
-    controller->loop();
     EXPECT_TRUE(controller->isPlaying("door"));
     EXPECT_FALSE(controller->isPlaying("Door"));
-    clock() = 1.0;
     controller->pause(unit, true);
     EXPECT_FALSE(controller->isPlaying("door"));
     EXPECT_TRUE(controller->isPlaying());
-    clock() = 2.0;
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 0.0f));
-    clock() = 3.0;
+    pass(4.0);
+    EXPECT_FLOAT_EQ(scene(field), at(c, 25.0f));
+    clock() = 5.0;
     controller->pause(unit, false);
-    controller->loop();
-    EXPECT_FLOAT_EQ(scene(field), at(firstCurve(unit), 25.0f));
+    pass(5.4);
+    EXPECT_FLOAT_EQ(scene(field), at(c, 35.0f));
     controller->pause(nullptr, true);
 }
 
@@ -408,8 +347,7 @@ TEST_F(ObjectPlaybackTest, StopKeepsValuesResetRewindsGotoEndShowsTheEnd)
     zeAnimationUnit* second = block(b, 0.0f, 0.0f, 100.0f, 100.0f);
     controller->enqueueObjects({first, second}, true);
     controller->loop();
-    clock() = 1.0;
-    controller->loop();
+    pass(1.0);
     controller->stop();
     EXPECT_FALSE(controller->isPlaying());
     EXPECT_FLOAT_EQ(scene(a), at(firstCurve(first), 25.0f));
@@ -474,8 +412,7 @@ TEST_F(PlaybackLifetimeTest, ObjectsDestroyedWhileQueuedWaitingOrAsConnectionTar
     manager->destroyObject(stopped);
     controller->loop();
     manager->destroyObject(unit);
-    clock() = 1.0;
-    controller->loop();
+    pass(1.0);
     EXPECT_EQ(controller->getPlayQueue(), std::vector<osg::UInt64>({source->getId()}));
     EXPECT_FALSE(controller->isPlaying("waiting"));
     controller->pause(true);
@@ -491,8 +428,7 @@ TEST_F(PlaybackLifetimeTest, ObjectDestroyedDuringGlobalPlaybackIsSkipped)
     controller->playGlobal(unit->getId(), false, false, 0.0f, 50.0f, 0.0f);
     controller->playLoop();
     manager->destroyObject(unit);
-    clock() = 1.0;
-    controller->playLoop();
+    globalPass(1.0);
     EXPECT_EQ(zeAnimationController::getCurrentFrame(), 25.0f);
     controller->gotoGlobalBegin(nullptr);
     EXPECT_FALSE(zeAnimationController::isPlayingGlobal());
@@ -508,8 +444,7 @@ TEST_F(PlaybackLifetimeTest, HostSequenceMayDestroyThePlayingObject)
     doomed() = track;
     controller->enqueueObject(track, true);
     controller->loop();
-    clock() = 1.0;
-    controller->loop();
+    pass(1.0);
     controller->loop();
     EXPECT_FALSE(controller->isPlaying());
     EXPECT_EQ(manager->getObjectCount(), 0u);
