@@ -47,6 +47,11 @@ protected:
     // Frames are seconds x fps; setting the clock by frame keeps the tests readable.
     static void atFrame(float frame) { clock() = static_cast<double>(frame) / 25.0; }
 
+    // The host messages recorded, each with the value types it documents: the frame (a float) and
+    // the sending widget; the whole frame (an int); whether playback finished (a bool).
+    static constexpr const char* kMessages[] = {"currentFrameChanged", "currentFullFrameChanged",
+                                                "finishedPlayingGlobal"};
+
     zeAnimationController* controller = zeAnimationController::the();
     std::vector<Received> received;
     std::vector<osg::NodePtr> nodes;
@@ -75,36 +80,27 @@ protected:
         controller->stopGlobal();
         C::setCurrentFrame(0.0f, C::NoWidget);
 
-        zeOpenSGUtils::registerReceiver("currentFrameChanged", [this](zeMessage& message) {
-            Received r;
-            r.name = "currentFrameChanged";
-            const boost::any frame = message.getValue("frame");
-            const boost::any sender = message.getValue("sender");
-            const float* f = boost::any_cast<float>(&frame);
-            const C::AnimationWidget* s = boost::any_cast<C::AnimationWidget>(&sender);
-            r.typed = f && s;
-            r.frame = f ? *f : 0.0f;
-            r.sender = s ? static_cast<int>(*s) : -1;
-            received.push_back(r);
-        });
-        zeOpenSGUtils::registerReceiver("currentFullFrameChanged", [this](zeMessage& message) {
-            Received r;
-            r.name = "currentFullFrameChanged";
-            const boost::any frame = message.getValue("frame");
-            const int* f = boost::any_cast<int>(&frame);
-            r.typed = f != nullptr;
-            r.fullFrame = f ? *f : 0;
-            received.push_back(r);
-        });
-        zeOpenSGUtils::registerReceiver("finishedPlayingGlobal", [this](zeMessage& message) {
-            Received r;
-            r.name = "finishedPlayingGlobal";
-            const boost::any finished = message.getValue("finished");
-            const bool* f = boost::any_cast<bool>(&finished);
-            r.typed = f != nullptr;
-            r.finished = f ? *f : false;
-            received.push_back(r);
-        });
+        for (const char* name : kMessages) {
+            zeOpenSGUtils::registerReceiver(name, [this, name](zeMessage& message) {
+                const boost::any frame = message.getValue("frame");
+                const boost::any sender = message.getValue("sender");
+                const boost::any finished = message.getValue("finished");
+                const float* f = boost::any_cast<float>(&frame);
+                const int* whole = boost::any_cast<int>(&frame);
+                const C::AnimationWidget* s = boost::any_cast<C::AnimationWidget>(&sender);
+                const bool* done = boost::any_cast<bool>(&finished);
+                Received r;
+                r.name = name;
+                r.frame = f ? *f : 0.0f;
+                r.fullFrame = whole ? *whole : 0;
+                r.sender = s ? static_cast<int>(*s) : -1;
+                r.finished = done && *done;
+                r.typed = r.name == kMessages[0]   ? f && s
+                          : r.name == kMessages[1] ? whole != nullptr
+                                                   : done != nullptr;
+                received.push_back(r);
+            });
+        }
     }
 
 public:
@@ -125,9 +121,8 @@ public:
 protected:
     void TearDown() override
     {
-        zeOpenSGUtils::unregisterReceiver("currentFrameChanged");
-        zeOpenSGUtils::unregisterReceiver("currentFullFrameChanged");
-        zeOpenSGUtils::unregisterReceiver("finishedPlayingGlobal");
+        for (const char* name : kMessages)
+            zeOpenSGUtils::unregisterReceiver(name);
         controller->pause(false);
         controller->stop();
         controller->stopGlobal();

@@ -436,24 +436,19 @@ TEST_F(CurveEditTest, FlipMirrorsKeysAndSwapsHandles)
 TEST_F(CurveEditTest, TriggerLoopFollowsTheSpanOrThePlayRange)
 {
     zeAnimationCurve2D* curve = curveAt({0.0f, 10.0f});
-    curve->triggerLoop(-1.0f);
-    EXPECT_FALSE(curve->isPlaying());
-    curve->triggerLoop(0.0f);
-    EXPECT_TRUE(curve->isPlaying());
-    curve->triggerLoop(10.0f);
-    EXPECT_TRUE(curve->isPlaying());
-    curve->triggerLoop(10.5f);
-    EXPECT_FALSE(curve->isPlaying());
-
+    const std::pair<float, bool> span[] = {{-1.0f, false}, {0.0f, true}, {10.0f, true}, {10.5f, false}};
+    for (const auto& frame : span) {
+        curve->triggerLoop(frame.first);
+        EXPECT_EQ(curve->isPlaying(), frame.second) << frame.first;
+    }
     curve->setUsePlayRange(true);
     curve->setStartPlayRange(4.0f);
     curve->setEndPlayRange(6.0f);
-    curve->triggerLoop(3.0f);
-    EXPECT_FALSE(curve->isPlaying());
-    curve->triggerLoop(5.0f);
-    EXPECT_TRUE(curve->isPlaying());
-    curve->triggerLoop(7.0f);
-    EXPECT_FALSE(curve->isPlaying());
+    const std::pair<float, bool> range[] = {{3.0f, false}, {5.0f, true}, {7.0f, false}};
+    for (const auto& frame : range) {
+        curve->triggerLoop(frame.first);
+        EXPECT_EQ(curve->isPlaying(), frame.second) << frame.first;
+    }
 }
 
 TEST_F(CurveEditTest, PrintInfoReportsKeysBoundsAndField)

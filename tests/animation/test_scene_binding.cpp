@@ -97,13 +97,13 @@ using osg::NullFC;
 // Stand-in for the host's active camera, reached only through the manager's callbacks.
 struct HostCamera
 {
-    static osg::Pnt3f from;
-    static osg::Pnt3f at;
-    static osg::Vec3f up;
-    static float roll;
-    static int viewCalls;
-    static int rollCalls;
-    static int camera;
+    static inline osg::Pnt3f from;
+    static inline osg::Pnt3f at;
+    static inline osg::Vec3f up;
+    static inline float roll = 0.0f;
+    static inline int viewCalls = 0;
+    static inline int rollCalls = 0;
+    static inline int camera = 0;
 
     static void setView(int cam, const osg::Pnt3f& f, const osg::Pnt3f& a, const osg::Vec3f& u)
     {
@@ -128,13 +128,6 @@ struct HostCamera
     }
     static float getRoll(int) { return roll; }
 };
-osg::Pnt3f HostCamera::from;
-osg::Pnt3f HostCamera::at;
-osg::Vec3f HostCamera::up;
-float HostCamera::roll = 0.0f;
-int HostCamera::viewCalls = 0;
-int HostCamera::rollCalls = 0;
-int HostCamera::camera = 0;
 
 // The components of a vector or point.
 template <class V>
@@ -329,7 +322,7 @@ TEST_F(SceneBindingTest, EachCoreTypeGetsItsAnimatableAttributes)
     }
 }
 
-TEST_F(SceneBindingTest, FieldsAreRecordedOnTheNodeAndMadeOnce)
+TEST_F(SceneBindingTest, FieldsAreMadeOnceRecordedOnTheNodeAndFoundByAttribute)
 {
     const std::vector<zeAnimationField*> fields = manager->createAnimationFields(transform3D);
     ASSERT_FALSE(fields.empty());
@@ -349,6 +342,28 @@ TEST_F(SceneBindingTest, FieldsAreRecordedOnTheNodeAndMadeOnce)
     for (const char* a : {"translationX", "rotationZ", "visible"})
         EXPECT_NE(std::find(known.begin(), known.end(), a), known.end()) << a;
     EXPECT_TRUE(manager->createAnimationFields(NodePtr()).empty());
+
+    // Found by attribute (or the older names of some), made on the first lookup.
+    EXPECT_EQ(manager->getField(NodePtr(), "visible"), nullptr);
+    EXPECT_TRUE(fieldIds(componentTransform).empty());
+    zeAnimationField* translateX = manager->getField(componentTransform, "translateX");
+    ASSERT_NE(translateX, nullptr);
+    EXPECT_FALSE(fieldIds(componentTransform).empty());
+    EXPECT_EQ(translateX->attribute, "translationX");
+    EXPECT_EQ(translateX, manager->getField(componentTransform, "translationX"));
+    EXPECT_EQ(manager->getField(transform3D, "rotateZ"), manager->getField(transform3D, "rotationZ"));
+    EXPECT_EQ(manager->getField(transform3D, "rotateZ")->valuePos, 2u);
+    EXPECT_EQ(manager->getField(transform3D, "shear"), nullptr);
+
+    const std::size_t objects = manager->getObjectCount();
+    zeAnimationCurve2D* curve = manager->createCurve2D(transform3D, "scaleY");
+    ASSERT_NE(curve, nullptr);
+    EXPECT_EQ(curve->getAnimationField(), manager->getField(transform3D, "scaleY"));
+    EXPECT_EQ(curve->getName(), "scaleY");
+    EXPECT_TRUE(objectIds(transform3D).empty());
+    EXPECT_EQ(manager->createCurve2D(transform3D, "bogus"), nullptr);
+    EXPECT_EQ(manager->createCurve2D(NodePtr(), "scaleY"), nullptr);
+    EXPECT_EQ(manager->getObjectCount(), objects + 1);
 }
 
 TEST_F(SceneBindingTest, EveryComponentOfEveryFieldIsWrittenIntoTheScene)
@@ -629,7 +644,7 @@ TEST_F(SceneBindingTest, CoreTypeIdResolvesTheContainerThatHoldsTheValue)
 
 // ---- Animation attachments ----------------------------------------------------------------------
 
-TEST_F(SceneBindingTest, AttachmentsAreFoundByGroupCreatedAndRemoved)
+TEST_F(SceneBindingTest, AttachmentsAreFoundByGroupCreatedAndRemovedAndGeometryUsesItsTransform)
 {
     EXPECT_EQ(zeAnimationUtils::getAnimationAttachment(group), NullFC);
     EXPECT_EQ(zeAnimationUtils::createAnimationAttachment(NodePtr(), true), NullFC);
@@ -649,6 +664,15 @@ TEST_F(SceneBindingTest, AttachmentsAreFoundByGroupCreatedAndRemoved)
     EXPECT_EQ(zeAnimationUtils::getOldAnimationAttachment(group), old);
     EXPECT_FALSE(zeAnimationUtils::removeAnimationAttachment(group));
     EXPECT_FALSE(zeAnimationUtils::removeAnimationAttachment(NodePtr()));
+
+    // A geometry is animated through the transform above it.
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(geometryInTransform), transform);
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(geometryInGroup), geometryInGroup);
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(NodePtr()), NullFC);
+    NodePtr orphan = add(osg::Geometry::create(), NullFC);
+    osg::addRefCP(orphan);
+    EXPECT_EQ(zeAnimationUtils::getAnimationNode(orphan), orphan);
+    osg::subRefCP(orphan);
 }
 
 TEST_F(SceneBindingTest, ObjectsAreListedOnceAndABlockReplacesItsCurves)
@@ -685,18 +709,7 @@ TEST_F(SceneBindingTest, ObjectsAreListedOnceAndABlockReplacesItsCurves)
     EXPECT_TRUE(zeAnimationUtils::getAnimationFields(NodePtr()).empty());
 }
 
-TEST_F(SceneBindingTest, AGeometryIsAnimatedThroughTheTransformAboveIt)
-{
-    EXPECT_EQ(zeAnimationUtils::getAnimationNode(geometryInTransform), transform);
-    EXPECT_EQ(zeAnimationUtils::getAnimationNode(geometryInGroup), geometryInGroup);
-    EXPECT_EQ(zeAnimationUtils::getAnimationNode(NodePtr()), NullFC);
-    NodePtr orphan = add(osg::Geometry::create(), NullFC);
-    osg::addRefCP(orphan);
-    EXPECT_EQ(zeAnimationUtils::getAnimationNode(orphan), orphan);
-    osg::subRefCP(orphan);
-}
-
-TEST_F(SceneBindingTest, PasteCheckComparesTheAnimatedContainersWithTheTarget)
+TEST_F(SceneBindingTest, PasteIsCheckedAgainstTheAnimatedContainersAndRebindsTheCurves)
 {
     zeAnimationCurve2D* translation = manager->createCurve2D(transform3D, "translationX");
     zeAnimationCurve2D* rotation = manager->createCurve2D(transform3D, "rotationY");
@@ -724,32 +737,30 @@ TEST_F(SceneBindingTest, PasteCheckComparesTheAnimatedContainersWithTheTarget)
     zeAnimationField* gone = looseField(987654321u, idOf(transform3D), "translation", "translationX");
     unbound->setAnimationField(gone);
     EXPECT_FALSE(zeAnimationUtils::checkPasteTo(transform3DB, unbound));
-}
 
-TEST_F(SceneBindingTest, PastedObjectsAreRebound)
-{
-    zeAnimationCurve2D* translation = manager->createCurve2D(transform3D, "translationY");
-    zeAnimationCurve2D* rotation = manager->createCurve2D(transform3D, "rotationZ");
-    zeAnimationUnit* block = manager->createUnit({translation, rotation}, "block", 0, false);
+    // Pasting rebinds the curves to the target's fields.
+    zeAnimationCurve2D* translationY = manager->createCurve2D(transform3D, "translationY");
+    zeAnimationCurve2D* rotationZ = manager->createCurve2D(transform3D, "rotationZ");
+    zeAnimationUnit* pasted = manager->createUnit({translationY, rotationZ}, "block", 0, false);
     manager->createAnimationFields(transform3DB);
     // A later field of the same attribute and component wins; its name is not compared.
     zeAnimationField* twin =
         looseField(idOf(transform3DB->getCore()), idOf(transform3DB), "somethingElse", "translationY", 1);
     osg::AnimAttachmentPtr attachment = zeAnimationUtils::getAnimationAttachment(transform3DB);
     attachment->getFieldIds().push_back(twin->getId());
-    translation->setColor(0.0f, 0.0f, 1.0f);
+    translationY->setColor(0.0f, 0.0f, 1.0f);
 
-    EXPECT_TRUE(zeAnimationUtils::changeObjectReferenceFields(block, transform3DB));
-    EXPECT_EQ(translation->getAnimationField(), twin);
-    EXPECT_EQ(translation->getColor(), zeAnimationUtils::getDefaultCurveColor(twin));
-    EXPECT_EQ(rotation->getAnimationField(), manager->getField(transform3DB, "rotationZ"));
-    EXPECT_EQ(block->getParentOSGNode(), transform3DB);
+    EXPECT_TRUE(zeAnimationUtils::changeObjectReferenceFields(pasted, transform3DB));
+    EXPECT_EQ(translationY->getAnimationField(), twin);
+    EXPECT_EQ(translationY->getColor(), zeAnimationUtils::getDefaultCurveColor(twin));
+    EXPECT_EQ(rotationZ->getAnimationField(), manager->getField(transform3DB, "rotationZ"));
+    EXPECT_EQ(pasted->getParentOSGNode(), transform3DB);
 
     EXPECT_FALSE(zeAnimationUtils::changeObjectReferenceFields(nullptr, transform3DB));
-    EXPECT_FALSE(zeAnimationUtils::changeObjectReferenceFields(block, NodePtr()));
+    EXPECT_FALSE(zeAnimationUtils::changeObjectReferenceFields(pasted, NodePtr()));
     // A node without a matching field leaves the curves bound as they were.
-    EXPECT_TRUE(zeAnimationUtils::changeObjectReferenceFields(rotation, materialGroup));
-    EXPECT_EQ(rotation->getAnimationField(), manager->getField(transform3DB, "rotationZ"));
+    EXPECT_TRUE(zeAnimationUtils::changeObjectReferenceFields(rotationZ, materialGroup));
+    EXPECT_EQ(rotationZ->getAnimationField(), manager->getField(transform3DB, "rotationZ"));
 }
 
 TEST_F(SceneBindingTest, ObjectsSortByBeginAndByEnd)
@@ -766,30 +777,6 @@ TEST_F(SceneBindingTest, ObjectsSortByBeginAndByEnd)
 }
 
 // ---- The manager's scene pieces -----------------------------------------------------------------
-
-TEST_F(SceneBindingTest, ManagerFindsFieldsByAttributeAndMakesCurvesOnThem)
-{
-    EXPECT_EQ(manager->getField(NodePtr(), "visible"), nullptr);
-    EXPECT_TRUE(fieldIds(componentTransform).empty());
-    zeAnimationField* translateX = manager->getField(componentTransform, "translateX");
-    ASSERT_NE(translateX, nullptr);
-    EXPECT_FALSE(fieldIds(componentTransform).empty());
-    EXPECT_EQ(translateX->attribute, "translationX");
-    EXPECT_EQ(translateX, manager->getField(componentTransform, "translationX"));
-    EXPECT_EQ(manager->getField(transform3D, "rotateZ"), manager->getField(transform3D, "rotationZ"));
-    EXPECT_EQ(manager->getField(transform3D, "rotateZ")->valuePos, 2u);
-    EXPECT_EQ(manager->getField(transform3D, "shear"), nullptr);
-
-    const std::size_t objects = manager->getObjectCount();
-    zeAnimationCurve2D* curve = manager->createCurve2D(transform3D, "scaleY");
-    ASSERT_NE(curve, nullptr);
-    EXPECT_EQ(curve->getAnimationField(), manager->getField(transform3D, "scaleY"));
-    EXPECT_EQ(curve->getName(), "scaleY");
-    EXPECT_TRUE(objectIds(transform3D).empty());
-    EXPECT_EQ(manager->createCurve2D(transform3D, "bogus"), nullptr);
-    EXPECT_EQ(manager->createCurve2D(NodePtr(), "scaleY"), nullptr);
-    EXPECT_EQ(manager->getObjectCount(), objects + 1);
-}
 
 TEST_F(SceneBindingTest, AttachFormsListAndDestroyingDetaches)
 {

@@ -77,16 +77,14 @@ TEST_F(ConnectionTest, ClipEndStartsObjectsAndCallsFunctionsInTheOrderConnected)
     controller->enqueueObject(clip, true);
     controller->loop();
     EXPECT_EQ(hostLog(), std::vector<std::string>({"started"}));
-    clock() = 0.5; // frame 12.5: the clip has ended
-    controller->loop();
+    pass(0.5); // frame 12.5: the clip has ended
     EXPECT_EQ(hostLog(), std::vector<std::string>({"started", "function B", "function A"}));
     EXPECT_TRUE(controller->isPlaying("A"));
     EXPECT_FALSE(controller->isPlaying("clip"));
     EXPECT_EQ(scene(aField), -1.0f);
     controller->loop();
     EXPECT_FLOAT_EQ(scene(aField), at(firstCurve(a), 0.0f));
-    clock() = 0.9; // ten frames after A started
-    controller->loop();
+    pass(0.9); // ten frames after A started
     EXPECT_FLOAT_EQ(scene(aField), at(firstCurve(a), 10.0f));
 }
 
@@ -119,11 +117,9 @@ TEST_F(ConnectionTest, StopFiredDuringAPassSkipsTheStoppedObject)
     controller->loop();
     manager->createConnection(source, zeAnimationManager::TriggerEnd, victim, zeAnimationManager::ActionStop);
     manager->createConnection(victim, zeAnimationManager::TriggerEnd, source, zeAnimationManager::ActionStop);
-    clock() = 0.2; // frame 5
-    controller->loop();
+    pass(0.2); // frame 5
     const float held = scene(victimField);
-    clock() = 0.5; // both end in this pass; the first visited stops the other
-    controller->loop();
+    pass(0.5); // both end in this pass; the first visited stops the other
     EXPECT_FALSE(controller->isPlaying());
     const bool victimVisited = scene(victimField) != held;
     EXPECT_EQ(victimVisited, victim->getId() < source->getId());
@@ -208,10 +204,8 @@ TEST_F(SequenceTest, ObjectPlaybackArmsItsSequencesWhenItStarts)
     controller->enqueueObject(track, true);
     controller->loop();
     EXPECT_TRUE(s->isDirty());
-    clock() = 1.2; // frame 30: past the sequence, which catches up once
-    controller->loop();
-    clock() = 1.24;
-    controller->loop();
+    pass(1.2); // frame 30: past the sequence, which catches up once
+    pass(1.24);
     EXPECT_EQ(hostLog(), std::vector<std::string>({"sequence door"}));
 }
 
