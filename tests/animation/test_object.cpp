@@ -269,6 +269,14 @@ TEST_F(ObjectTest, DestroyAllObjectsLeavesTheLastDestroyableAndHiddenOnes)
     EXPECT_EQ(track->getSequenceIds().count(5), 0u);
     EXPECT_EQ(track->getBegin(), 2.0f);
 
+    // A destroyed object's subtree counts as gone at once: here the object left is not destroyed.
+    clearPool();
+    manager->createStreak(1)->addObject(sequence(0.0f, 1.0f, "child", 3));
+    manager->createObject(2);
+    manager->destroyAllObjects(true);
+    EXPECT_EQ(manager->getObjects().size(), 1u);
+    EXPECT_NE(manager->getObject(2), nullptr);
+
     // A large pool: the survivor rule holds and nothing is left half-destroyed. The smallest
     // identifier goes first, with its subtree, while two or more objects are alive: the clip has
     // the largest, so it outlives its tracks and sees each one go.
