@@ -6,8 +6,6 @@
 // per seed>).
 #include "PlaybackTestSupport.h"
 
-#include <zeAnimation/zeAnimationUtils.h>
-
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGSwitch.h>
 #include <zeOpenSGExt/OSGAnimationAttachment.h>
@@ -66,29 +64,14 @@ public:
         return true;
     }
 
+    // The host's callbacks point into this run: none of them may outlive it, nor act on the way
+    // out. The controller's class-wide state is the fixture's to reset.
     ~Soak()
     {
-        // The host's callbacks point into this run: none of them may outlive it, nor act on the
-        // way out; the controller's class-wide state goes back to what a fresh test expects.
         reentered = 2;
+        silent = true;
+        installCallbacks();
         C::setSimulationTimeCB(nullptr);
-        PlaybackTest::clearControllerCallbacks();
-        M::setGetFromAtUpCB(nullptr);
-        M::setFromAtUpCB(nullptr);
-        M::setGetRollCB(nullptr);
-        M::setRollCB(nullptr);
-        M::setUpdatePasteCB(nullptr);
-        M::setFileIOProgressCB(nullptr);
-        M::setShowCurvesCB(nullptr);
-        manager()->clearCopyBuffer(true);
-        C* controller = C::the();
-        controller->stop();
-        controller->stopGlobal();
-        controller->pause(false);
-        controller->setCurrentObject(0);
-        controller->setCurrentCurves({});
-        controller->setEvaluateActiveUnits(false);
-        C::setFPS(25.0f);
         for (osg::NodePtr& node : nodes)
             osg::subRefCP(node);
         osg::subRefCP(camera);
@@ -145,7 +128,9 @@ private:
             if (entry.second && (type < 0 || static_cast<int>(entry.second->getTypeID()) == type))
                 objects.push_back(entry.second);
         }
-        return objects.empty() ? nullptr : pick(objects);
+        zeAnimationObject* object = objects.empty() ? nullptr : pick(objects);
+        held = idOf(object);
+        return object;
     }
     zeAnimationObject* anyObject() { return anyOf(-1); }
     zeAnimationObject* anyContainer() { return anyOf(uniform(2, 5)); }
@@ -198,17 +183,17 @@ private:
         installCallbacks();
     }
 
-    // What every host callback does: mostly nothing unusual; otherwise destroy, re-enter or
-    // reconfigure, never more than two callbacks deep.
-    static void act(int percent = 100)
+    // What every host callback does: mostly nothing unusual; otherwise destroy (often what the
+    // library is working on), re-enter or reconfigure, never more than two callbacks deep.
+    static void act(int percent = 100, int destroying = 20)
     {
         Soak& s = *g_soak;
         if (!s.chance(percent) || s.reentered > 1)
             return;
         ++s.reentered;
         C* c = C::the();
-        if (s.chance(20))
-            s.destroy();
+        if (s.chance(destroying))
+            s.destroyInHand();
         else if (s.chance(40))
             s.oneOf([&] { manager()->destroyAllFields(); }, [&] { c->loop(); }, [&] { c->playLoop(); },
                     [&] { c->evaluateObject(s.anyObject(), s.frame(), s.chance(20)); }, [&] { c->stop(); },
@@ -218,19 +203,39 @@ private:
                     [&] { s.move(); });
         --s.reentered;
     }
-    // The callback, or none.
+    // The object last handed to the library, a trigger's source (perhaps the one firing), any
+    // object, or every field (perhaps while a batch of them is being written).
+    void destroyInHand()
+    {
+        M* m = manager();
+        osg::UInt64 id = chance(40) ? held : 0;
+        if (!id && !sources.empty() && chance(60)) {
+            // A trigger's source, perhaps the one firing, or its parent, perhaps walking its children.
+            const zeAnimationObject* source = m->getObject(pick(sources));
+            id = source && chance(50) ? source->getParentId() : idOf(source);
+        }
+        if (zeAnimationObject* object = m->getObject(id))
+            m->destroyObject(object);
+        else if (chance(30))
+            m->destroyAllFields();
+        else
+            destroy();
+    }
+
+    // The callback, or none (always none once the run is over).
     template <class F>
     F maybe(int percent, F callback)
     {
-        return chance(percent) ? callback : nullptr;
+        return !silent && chance(percent) ? callback : nullptr;
     }
 
     // Sets or clears each host callback at random.
     void installCallbacks()
     {
-        // Always the run's own clock: the library's would make a run depend on the machine.
+        // Always the run's own clock: the library's would make a run depend on the machine. It is
+        // asked for all the time, so it acts seldom, but then mostly destroys.
         C::setSimulationTimeCB(+[] {
-            act(2);
+            act(3, 50);
             return g_soak->seconds;
         });
         C::setMainCameraCB(maybe(
@@ -295,36 +300,25 @@ private:
     void randomOperation()
     {
         static const Operation table[] = {
-            {"create key", 10, &Soak::createKey},
+            {"create key", 12, &Soak::createKey},
             {"create curve", 6, &Soak::createCurve},
-            {"create container", 6, &Soak::createContainer},
-            {"create curve point", 3, &Soak::createCurvePoint},
-            {"duplicate", 2, &Soak::duplicate},
-            {"add object", 10, &Soak::addObject},
-            {"insert object", 5, &Soak::insertObject},
-            {"sub object", 5, &Soak::subObject},
-            {"move to track", 3, &Soak::moveToTrack},
-            {"set parent", 2, &Soak::setParent},
-            {"set points", 3, &Soak::setPoints},
-            {"delete points", 2, &Soak::deletePoints},
+            {"create container", 8, &Soak::createContainer},
+            {"relink", 25, &Soak::relink},
+            {"curve keys", 5, &Soak::curveKeys},
             {"move selected keys", 5, &Soak::moveSelectedKeys},
             {"edit a key", 4, &Soak::editKey},
             {"move", 5, &Soak::move},
             {"stretch or trim", 5, &Soak::stretch},
             {"flip", 2, &Soak::flip},
             {"flags", 3, &Soak::flags},
-            {"destroy", 6, &Soak::destroy},
-            {"destroy many", 1, &Soak::destroyMany},
+            {"destroy", 7, &Soak::destroy},
             {"connect", 3, &Soak::connect},
             {"play objects", 6, &Soak::playObjects},
             {"play globally", 4, &Soak::playGlobally},
-            {"transport", 4, &Soak::transport},
-            {"evaluate", 5, &Soak::evaluate},
+            {"transport", 5, &Soak::transport},
+            {"evaluate", 7, &Soak::evaluate},
             {"motion blur", 2, &Soak::motionBlur},
-            {"sequences", 2, &Soak::sequences},
             {"renumber", 2, &Soak::renumber},
-            {"scene values", 3, &Soak::sceneValues},
-            {"reconfigure", 1, &Soak::reconfigure},
             {"copy and paste", 4, &Soak::copyAndPaste},
             {"save and load", 2, &Soak::saveAndLoad},
             {"import", 1, &Soak::importOld},
@@ -356,11 +350,18 @@ private:
     {
         if (crowded())
             return;
+        zeAnimationCurve2D* curve = anyCurve();
         const float x = chance(5) ? hostile() : static_cast<float>(uniform(-10, 110));
-        zeControlPoint2D* key = manager()->createPoint2D(x, real(-10.0f, 10.0f));
-        zeAnimationCurve2D* curve = key && chance(70) ? anyCurve() : nullptr;
-        if (curve)
-            curve->addObject(key);
+        if (curve && chance(20)) {
+            if (chance(50))
+                manager()->createCurvePoint(curve, frame(), chance(50));
+            else
+                manager()->createCurvePoint(curve, frame(), real(-5.0f, 5.0f), chance(50), chance(20),
+                                            chance(50));
+        } else if (zeControlPoint2D* key = manager()->createPoint2D(x, real(-10.0f, 10.0f))) {
+            if (curve && chance(70))
+                curve->addObject(key);
+        }
     }
 
     void createCurve()
@@ -394,92 +395,68 @@ private:
                   const float begin = static_cast<float>(uniform(-10, 100));
                   sequence->setBegin(begin);
                   sequence->setEnd(begin + static_cast<float>(uniform(0, 30)));
-              });
+              },
+              [&] { m->duplicateObject(anyObject()); });
     }
 
-    void createCurvePoint()
-    {
-        zeAnimationCurve2D* curve = anyCurve();
-        if (curve && chance(50))
-            manager()->createCurvePoint(curve, frame(), chance(50));
-        else if (curve)
-            manager()->createCurvePoint(curve, frame(), real(-5.0f, 5.0f), chance(50), chance(20),
-                                        chance(50));
-    }
-
-    void duplicate()
-    {
-        if (!crowded())
-            manager()->duplicateObject(anyObject());
-    }
-
-    void addObject()
+    // Children added, inserted by the overlap rule, taken out, moved between tracks or given a
+    // parent directly.
+    void relink()
     {
         zeAnimationObject* container = anyContainer();
-        zeAnimationObject* child = uniform(0, 3) == 0 ? anyKey() : anyObject();
-        if (container && child)
-            container->addObject(child);
-    }
-
-    void insertObject()
-    {
-        zeAnimationObject* child = anyOf(chance(80) ? uniform(3, 6) : uniform(0, 6));
-        zeAnimationStreak* track = child && chance(50) ? anyTrack() : nullptr;
-        zeAnimationStrip* clip = child && !track ? anyClip() : nullptr;
-        if (track)
-            track->insertObject(child);
-        else if (clip)
-            clip->insertObject(child);
-    }
-
-    void subObject()
-    {
-        zeAnimationObject* container = anyContainer();
-        if (!container)
-            return;
-        // One of its children mostly, any object sometimes.
-        const std::list<zeAnimationObject*> list = container->getObjects();
-        std::vector<zeAnimationObject*> children(list.begin(), list.end());
-        zeAnimationObject* child = children.empty() || chance(20) ? anyObject() : pick(children);
-        container->subObject(child, chance(50));
-    }
-
-    void moveToTrack()
-    {
         zeAnimationObject* object = anyOf(uniform(3, 6));
-        if (chance(50))
-            manager()->moveObjectToStreak(object, anyTrack());
-        else
-            manager()->moveObjectToStreak(object, anyClip(), static_cast<osg::UInt32>(uniform(0, 5)));
+        oneOf(
+            [&] {
+                zeAnimationObject* child = uniform(0, 3) == 0 ? anyKey() : anyObject();
+                if (container && child)
+                    container->addObject(child);
+            },
+            [&] {
+                zeAnimationObject* child = chance(80) ? object : anyOf(uniform(0, 6));
+                if (zeAnimationStreak* track = child && chance(50) ? anyTrack() : nullptr)
+                    track->insertObject(child);
+                else if (zeAnimationStrip* clip = child ? anyClip() : nullptr)
+                    clip->insertObject(child);
+            },
+            [&] {
+                if (!container)
+                    return;
+                // One of its children mostly, any object sometimes.
+                const std::list<zeAnimationObject*> list = container->getObjects();
+                std::vector<zeAnimationObject*> children(list.begin(), list.end());
+                container->subObject(children.empty() || chance(20) ? anyObject() : pick(children),
+                                     chance(50));
+            },
+            [&] {
+                if (chance(50))
+                    manager()->moveObjectToStreak(object, anyTrack());
+                else
+                    manager()->moveObjectToStreak(object, anyClip(), static_cast<osg::UInt32>(uniform(0, 5)));
+            },
+            [&] {
+                if (zeAnimationObject* any = anyObject())
+                    any->setParent(chance(20) ? nullptr : anyObject());
+            });
     }
 
-    void setParent()
-    {
-        if (zeAnimationObject* object = anyObject())
-            object->setParent(chance(20) ? nullptr : anyObject());
-    }
-
-    void setPoints()
+    // A curve's keys given all at once (some missing, some twice), or deleted, perhaps into another.
+    void curveKeys()
     {
         zeAnimationCurve2D* curve = anyCurve();
         if (!curve)
             return;
-        std::vector<zeControlPoint2D*> keys;
-        for (int i = uniform(0, 6); i > 0; --i)
-            keys.push_back(chance(10) ? nullptr : anyKey());
-        if (!keys.empty() && chance(20))
-            keys.push_back(keys.front());
-        curve->setPoints(keys);
-    }
-
-    void deletePoints()
-    {
-        zeAnimationCurve2D* curve = anyCurve();
-        zeAnimationCurve2D* target = curve && chance(50) ? anyCurve() : nullptr;
-        if (curve && chance(50))
-            curve->deletePoints(chance(50), target);
-        else if (curve)
-            curve->deleteSelectedPoints(chance(50), target);
+        zeAnimationCurve2D* target = chance(50) ? anyCurve() : nullptr;
+        oneOf(
+            [&] {
+                std::vector<zeControlPoint2D*> keys;
+                for (int i = uniform(0, 6); i > 0; --i)
+                    keys.push_back(chance(10) ? nullptr : anyKey());
+                if (!keys.empty() && chance(20))
+                    keys.push_back(keys.front());
+                curve->setPoints(keys);
+            },
+            [&] { curve->deletePoints(chance(50), target); },
+            [&] { curve->deleteSelectedPoints(chance(50), target); });
     }
 
     void moveSelectedKeys()
@@ -597,15 +574,14 @@ private:
 
     void destroy()
     {
-        if (zeAnimationObject* object = anyObject())
-            manager()->destroyObject(object);
-        if (chance(10))
-            manager()->destroyField(anyField());
-    }
-
-    void destroyMany()
-    {
         M* m = manager();
+        if (chance(85)) {
+            if (zeAnimationObject* object = anyObject())
+                m->destroyObject(object);
+            if (chance(10))
+                m->destroyField(anyField());
+            return;
+        }
         oneOf([&] { m->destroyAllObjects(chance(50)); }, [&] { m->destroyUnreferencedObjectsAndFields(); },
               [&] { m->destroyNodeObjects(anyNode(), chance(50)); }, [&] { m->terminate(); });
     }
@@ -618,7 +594,9 @@ private:
             manager()->createConnection(source, trigger, anyObject(),
                                         static_cast<M::AnimationAction>(chance(10) ? 9u : uniform(0, 1)));
         else
-            manager()->createConnection(source, trigger, chance(90) ? +[] { act(); } : nullptr);
+            manager()->createConnection(source, trigger, chance(90) ? +[] { act(100, 50); } : nullptr);
+        if (source)
+            sources.push_back(source->getId());
         if (source && chance(10) && !source->getTriggers().empty())
             source->subTrigger(source->getTriggers().begin()->second);
     }
@@ -671,7 +649,11 @@ private:
               [&] { c->gotoGlobalBegin(anyObject()); }, [&] { c->gotoGlobalEnd(anyObject()); },
               [&] { c->gotoGlobalBegin(some(3, &Soak::anyCurve)); },
               [&] { c->gotoGlobalEnd(some(3, &Soak::anyCurve)); }, [&] { c->stopGlobal(); },
-              [&] { C::setCurrentFrame(frame(), static_cast<C::AnimationWidget>(uniform(0, 9))); });
+              [&] { C::setCurrentFrame(frame(), static_cast<C::AnimationWidget>(uniform(0, 9))); },
+              [&] {
+                  installCallbacks();
+                  C::setFPS(chance(10) ? hostile() : real(10.0f, 60.0f));
+              });
     }
 
     void evaluate()
@@ -696,6 +678,12 @@ private:
               [&] {
                   if (zeAnimationObject* object = anyObject())
                       object->triggerLoop(frame());
+              },
+              [&] {
+                  const std::vector<zeAnimationSequence*> list = some(3, &Soak::anySequence);
+                  if (chance(30))
+                      C::initSequences(list);
+                  C::evaluateSequences(list, frame());
               });
     }
 
@@ -705,16 +693,6 @@ private:
         const float t = chance(5) ? hostile() : real(0.0f, 1.0f);
         oneOf([&] { c->executeMotionBlur(t); }, [&] { c->executeMotionBlur(t, anyObject()); },
               [&] { c->executeMotionBlurOnActiveUnits(t); }, [&] { c->resetMotionBlur(); });
-    }
-
-    void sequences()
-    {
-        const std::vector<zeAnimationSequence*> list = some(3, &Soak::anySequence);
-        if (chance(30))
-            C::initSequences(list);
-        C::evaluateSequences(list, frame());
-        if (zeAnimationSequence* sequence = anySequence())
-            sequence->move(real(-5.0f, 5.0f), true);
     }
 
     void renumber()
@@ -729,21 +707,6 @@ private:
         } else {
             manager()->setID(manager()->createUID(), anyField());
         }
-    }
-
-    void sceneValues()
-    {
-        osg::NodePtr node = anyNode();
-        zeAnimationField* field = anyField();
-        oneOf([&] { manager()->createAnimationFields(node); },
-              [&] { manager()->getField(node, chance(50) ? "translateX" : "from"); },
-              [&] {
-                  if (!field)
-                      return;
-                  field->value = chance(20) ? hostile() : real(-100.0f, 100.0f);
-                  zeAnimationUtils::setOSGFieldValue(field);
-              },
-              [&] { zeAnimationUtils::getOSGFieldValue(field); });
     }
 
     void copyAndPaste()
@@ -807,12 +770,6 @@ private:
         }
         node->addAttachment(old);
         manager()->importKORUAnimations(nodes[0], nodes[6], static_cast<osg::UInt32>(nodes.size()));
-    }
-
-    void reconfigure()
-    {
-        installCallbacks();
-        C::setFPS(chance(10) ? hostile() : real(10.0f, 60.0f));
     }
 
     // ---- Invariants --------------------------------------------------------------------------
@@ -926,6 +883,9 @@ private:
     std::set<osg::UInt64> loose;
     double seconds = 0.0;
     int reentered = 0;
+    osg::UInt64 held = 0;
+    std::vector<osg::UInt64> sources;
+    bool silent = false;
     osg::Pnt3f from = osg::Pnt3f(0.0f, 0.0f, 10.0f);
     osg::Pnt3f at = osg::Pnt3f(0.0f, 0.0f, 0.0f);
     osg::Vec3f up = osg::Vec3f(0.0f, 1.0f, 0.0f);
