@@ -1,279 +1,18 @@
-// A host may do anything inside a callback, destroy objects included; bad numbers and hostile
-// sequences of calls must leave the pool whole. Each test here broke the library once.
+// Hostile sequences of calls and bad numbers must leave the pool whole. Each test here broke the
+// library once.
 #include "PlaybackTestSupport.h"
 
 #include <zeAnimation/zeAnimationUtils.h>
 
 #include <zeOpenSGExt/OSGCameraSetting.h>
-#include <zeOpenSGExt/OSGPerspectiveCamera2.h>
 
-#include <functional>
 #include <limits>
 #include <random>
-#include <string>
 #include <vector>
 
 namespace {
 
-// What the host callbacks below destroy: objects by identifier, all fields, or nothing.
-struct HostVictims
-{
-    std::vector<osg::UInt64> objects;
-    bool allFields = false;
-} g_victims;
-
-void destroyVictims()
-{
-    zeAnimationManager* m = zeAnimationManager::the();
-    for (osg::UInt64 id : g_victims.objects) {
-        if (zeAnimationObject* object = m->getObject(id))
-            m->destroyObject(object);
-    }
-    g_victims.objects.clear();
-    if (g_victims.allFields)
-        m->destroyAllFields();
-    g_victims.allFields = false;
-}
-
-osg::Pnt3f g_from, g_at;
-osg::Vec3f g_up;
-osg::PerspectiveCamera2Ptr g_camera;
-
-class HardeningTest : public PlaybackTest
-{
-protected:
-    osg::NodePtr viewpoint;
-
-    void SetUp() override
-    {
-        PlaybackTest::SetUp();
-        g_victims = HostVictims();
-        g_from = osg::Pnt3f(1.0f, 2.0f, 3.0f);
-        g_at = osg::Pnt3f(0.0f, 0.0f, 0.0f);
-        g_up = osg::Vec3f(0.0f, 1.0f, 0.0f);
-        zeAnimationManager::setGetFromAtUpCB(+[](int, osg::Pnt3f& from, osg::Pnt3f& at, osg::Vec3f& up) {
-            destroyVictims();
-            from = g_from;
-            at = g_at;
-            up = g_up;
-        });
-        zeAnimationManager::setFromAtUpCB(
-            +[](int, const osg::Pnt3f& from, const osg::Pnt3f& at, const osg::Vec3f& up) {
-                destroyVictims();
-                g_from = from;
-                g_at = at;
-                g_up = up;
-            });
-    }
-
-    void TearDown() override
-    {
-        zeAnimationManager::setGetFromAtUpCB(nullptr);
-        zeAnimationManager::setFromAtUpCB(nullptr);
-        g_victims = HostVictims();
-        if (viewpoint != osg::NullFC)
-            osg::subRefCP(viewpoint);
-        PlaybackTest::TearDown();
-    }
-
-    // A camera node that is the host's viewpoint: its view fields call the camera callbacks.
-    osg::NodePtr viewpointNode()
-    {
-        osg::CameraSettingPtr core = osg::CameraSetting::create();
-        core->setIsViewpoint(true);
-        viewpoint = osg::Node::create();
-        viewpoint->setCore(core);
-        osg::addRefCP(viewpoint);
-        return viewpoint;
-    }
-
-    zeAnimationField* viewField(const std::string& attribute, osg::UInt32 component)
-    {
-        for (zeAnimationField* field : manager->createAnimationFields(viewpoint)) {
-            if (field->name == "viewpoint" && field->attribute == attribute && field->valuePos == component)
-                return field;
-        }
-        return nullptr;
-    }
-
-    bool alive(osg::UInt64 id) const { return manager->getObject(id) != nullptr; }
-};
-
-// ---- Host callbacks that destroy what the library is working on ------------------------------
-
-TEST_F(HardeningTest, AStartTriggerMayDestroyItsOwnSourceOrAnotherChild)
-{
-    zeAnimationStreak* track = manager->createStreak(0);
-    zeAnimationUnit* first = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
-    zeAnimationUnit* second = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
-    track->addObject(first);
-    track->addObject(second);
-    manager->createConnection(first, zeAnimationManager::TriggerStart, &destroyVictims);
-    // The first child's start destroys the second child, which the track visits next.
-    g_victims.objects = {second->getId()};
-    const osg::UInt64 secondId = second->getId();
-    track->triggerLoop(5.0f);
-    EXPECT_FALSE(alive(secondId));
-    EXPECT_TRUE(first->isPlaying());
-    EXPECT_EQ(track->getChildIds().size(), 1u);
-
-    // A block whose start trigger destroys the block itself, played on its own.
-    zeAnimationUnit* self = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
-    manager->createConnection(self, zeAnimationManager::TriggerStart, &destroyVictims);
-    const osg::UInt64 selfId = self->getId();
-    g_victims.objects = {selfId};
-    controller->enqueueObject(self, true);
-    atFrame(2.0f);
-    controller->loop();
-    EXPECT_FALSE(alive(selfId));
-    controller->loop();
-    EXPECT_TRUE(controller->getPlayQueue().empty());
-
-    // A track whose own start destroys the track: its children are not visited any more.
-    zeAnimationStreak* doomed = manager->createStreak(0);
-    doomed->addObject(block(translation(), 0.0f, 0.0f, 10.0f, 1.0f));
-    manager->createConnection(doomed, zeAnimationManager::TriggerStart, &destroyVictims);
-    const osg::UInt64 doomedId = doomed->getId();
-    g_victims.objects = {doomedId};
-    doomed->triggerLoop(1.0f);
-    EXPECT_FALSE(alive(doomedId));
-}
-
-TEST_F(HardeningTest, ASequenceCallbackMayDestroyTheObjectBeingShown)
-{
-    zeAnimationController::setExecuteSequenceCB(+[](const std::string&) { destroyVictims(); });
-    // A clip starting at frame 5 with a sequence: showing its beginning runs the sequence, whose
-    // host callback destroys the clip.
-    const auto clipWithSequence = [this]() {
-        zeAnimationStrip* clip = manager->createStrip("clip", 0);
-        clip->addObject(sequence(5.0f, 9.0f));
-        clip->addObject(block(translation(), 5.0f, 0.0f, 9.0f, 1.0f));
-        g_victims.objects = {clip->getId()};
-        return clip;
-    };
-    const std::function<void(zeAnimationStrip*)> shows[] = {
-        [&](zeAnimationStrip* clip) {
-            controller->enqueueObject(clip, true);
-            controller->reset(clip);
-        },
-        [&](zeAnimationStrip* clip) { controller->gotoEnd(clip); },
-        [&](zeAnimationStrip* clip) {
-            controller->enqueueObject(clip, true);
-            controller->playGlobal(clip->getId(), false, false, 0.0f, 0.0f, 0.0f);
-        },
-        [&](zeAnimationStrip* clip) { controller->gotoGlobalBegin(clip); }};
-    for (const auto& show : shows) {
-        zeAnimationStrip* clip = clipWithSequence();
-        const osg::UInt64 id = clip->getId();
-        show(clip);
-        EXPECT_FALSE(alive(id));
-        EXPECT_TRUE(controller->getPlayQueue().empty());
-        controller->playLoop();
-    }
-}
-
-TEST_F(HardeningTest, TheSimulationQueryMayDestroyTheSequencesAboutToRun)
-{
-    zeAnimationController::setIsSimulationEnableCB(+[] {
-        destroyVictims();
-        return true;
-    });
-    std::vector<std::string> ran;
-    static std::vector<std::string>* log = nullptr;
-    log = &ran;
-    zeAnimationController::setExecuteSequenceCB([](const std::string& name) { log->push_back(name); });
-    zeAnimationSequence* doomed = sequence(0.0f, 10.0f, "doomed");
-    zeAnimationSequence* kept = sequence(0.0f, 10.0f, "kept");
-    g_victims.objects = {doomed->getId()};
-    zeAnimationController::evaluateSequences({doomed, kept}, 3.0f);
-    EXPECT_EQ(ran, std::vector<std::string>({"kept"}));
-    EXPECT_FALSE(kept->isDirty());
-    log = nullptr;
-}
-
-TEST_F(HardeningTest, TheViewpointCallbacksMayDestroyThePlayingBlockOrEveryField)
-{
-    viewpointNode();
-    zeAnimationField* fromX = viewField("from", 0);
-    zeAnimationField* fromY = viewField("from", 1);
-    ASSERT_NE(fromX, nullptr);
-    ASSERT_NE(fromY, nullptr);
-    zeAnimationUnit* unit = manager->createUnit("view", 0);
-    zeAnimationCurve2D* x = curve(fromX, 0.0f, 0.0f, 10.0f, 10.0f);
-    zeAnimationCurve2D* y = curve(fromY, 0.0f, 0.0f, 10.0f, 20.0f);
-    unit->addObject(x);
-    unit->addObject(y);
-
-    // Writing the first view component destroys the playing block.
-    const osg::UInt64 unitId = unit->getId();
-    g_victims.objects = {unitId};
-    controller->enqueueObject(unit, true);
-    atFrame(4.0f);
-    controller->loop();
-    EXPECT_FALSE(alive(unitId));
-    controller->loop();
-
-    // Writing the first view component drops every field while the batch is being written.
-    zeAnimationUnit* again = manager->createUnit("again", 0);
-    again->addObject(curve(viewField("from", 0), 0.0f, 0.0f, 10.0f, 10.0f));
-    again->addObject(curve(viewField("from", 1), 0.0f, 0.0f, 10.0f, 20.0f));
-    g_victims.allFields = true;
-    EXPECT_FALSE(controller->evaluateObject(again, 5.0f, false));
-    EXPECT_EQ(manager->getFieldCount(), 0u);
-    EXPECT_EQ(again->getCurves().front()->getAnimationField(), nullptr);
-
-    // Reading the view while the node's fields are made drops the fields as they are made.
-    osg::subRefCP(viewpoint);
-    viewpointNode();
-    g_victims.allFields = true;
-    const std::vector<zeAnimationField*> made = manager->createAnimationFields(viewpoint);
-    for (zeAnimationField* field : made)
-        EXPECT_EQ(manager->getField(field->getId()), field);
-    g_victims.allFields = true;
-    zeAnimationField* from = manager->getField(viewpoint, "from");
-    EXPECT_TRUE(from == nullptr || manager->getField(from->getId()) == from);
-}
-
-TEST_F(HardeningTest, PauseAndMotionBlurCallbacksMayDestroyTheirObject)
-{
-    zeAnimationController::setSimulationTimeCB(+[] {
-        destroyVictims();
-        return 1.0;
-    });
-    zeAnimationUnit* paused = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
-    const osg::UInt64 pausedId = paused->getId();
-    g_victims.objects = {pausedId};
-    controller->pause(paused, true);
-    EXPECT_FALSE(alive(pausedId));
-
-    g_camera = osg::PerspectiveCamera2::create();
-    g_camera->setShutterSpeed(50.0f);
-    zeAnimationController::setMainCameraCB(+[] {
-        destroyVictims();
-        return g_camera;
-    });
-    zeAnimationUnit* blurred = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
-    blurred->setMotionBlur(true);
-    const osg::UInt64 blurredId = blurred->getId();
-    g_victims.objects = {blurredId};
-    controller->executeMotionBlur(0.5f, blurred);
-    EXPECT_FALSE(alive(blurredId));
-
-    // Active scene blocks are evaluated one by one; the first one's view write destroys both.
-    zeAnimationController::setSimulationTimeCB(&PlaybackTest::hostTime);
-    controller->setEvaluateActiveUnits(true);
-    viewpointNode();
-    zeAnimationUnit* firstUnit = manager->createUnit("first", 0);
-    firstUnit->addObject(curve(viewField("from", 0), 0.0f, 10.0f, 10.0f, 20.0f));
-    zeAnimationUnit* secondUnit = manager->createUnit("second", 0);
-    secondUnit->addObject(curve(viewField("from", 1), 0.0f, 10.0f, 10.0f, 20.0f));
-    g_victims.objects = {firstUnit->getId(), secondUnit->getId()};
-    controller->evaluate(2.0f, false);
-    EXPECT_TRUE(g_victims.objects.empty());
-    EXPECT_EQ(manager->getObjectCount(), 0u);
-    osg::subRefCP(g_camera);
-    g_camera = osg::NullFC;
-}
+typedef PlaybackTest HardeningTest;
 
 TEST_F(HardeningTest, DestroyingANodesObjectsSurvivesACurveListedAfterItsBlock)
 {
@@ -295,24 +34,99 @@ TEST_F(HardeningTest, DestroyingANodesObjectsSurvivesACurveListedAfterItsBlock)
     osg::subRefCP(node);
 }
 
+// ---- Host callbacks that destroy what the library is working on ------------------------------
+// (The soak's callbacks destroy at random, and catch most of these guards taken out; the cases
+// below are those it does not reach reliably.)
+
+// What the host callbacks below destroy: objects by identifier, or every field.
+std::vector<osg::UInt64> g_victims;
+bool g_dropFields = false;
+
+void destroyVictims()
+{
+    zeAnimationManager* m = zeAnimationManager::the();
+    for (osg::UInt64 id : g_victims) {
+        if (zeAnimationObject* object = m->getObject(id))
+            m->destroyObject(object);
+    }
+    g_victims.clear();
+    if (g_dropFields)
+        m->destroyAllFields();
+}
+
+TEST_F(HardeningTest, AStartTriggerMayDestroyItsOwnSource)
+{
+    // A block played on its own, and a track walked by its parent's frame.
+    zeAnimationUnit* self = block(translation(), 0.0f, 0.0f, 10.0f, 1.0f);
+    manager->createConnection(self, zeAnimationManager::TriggerStart, &destroyVictims);
+    g_victims = {self->getId()};
+    controller->enqueueObject(self, true);
+    atFrame(2.0f);
+    controller->loop();
+    EXPECT_TRUE(g_victims.empty());
+    controller->loop();
+    EXPECT_TRUE(controller->getPlayQueue().empty());
+
+    zeAnimationStreak* doomed = manager->createStreak(0);
+    doomed->addObject(block(translation(), 0.0f, 0.0f, 10.0f, 1.0f));
+    manager->createConnection(doomed, zeAnimationManager::TriggerStart, &destroyVictims);
+    const osg::UInt64 doomedId = doomed->getId();
+    g_victims = {doomedId};
+    doomed->triggerLoop(1.0f);
+    EXPECT_EQ(manager->getObject(doomedId), nullptr);
+}
+
+// The host's camera is called while the viewpoint's view is written field by field.
+TEST_F(HardeningTest, TheHostCameraMayDestroyWhatIsBeingWritten)
+{
+    osg::CameraSettingPtr core = osg::CameraSetting::create();
+    core->setIsViewpoint(true);
+    osg::NodePtr viewpoint = osg::Node::create();
+    viewpoint->setCore(core);
+    osg::addRefCP(viewpoint);
+    nodes.push_back(viewpoint);
+    // A block moving the three components of the view's origin.
+    const auto viewBlock = [&] {
+        zeAnimationUnit* unit = manager->createUnit("view", 0);
+        for (zeAnimationField* field : manager->createAnimationFields(viewpoint)) {
+            if (field->name == "viewpoint" && field->attribute == "from")
+                unit->addObject(curve(field, 0.0f, 0.0f, 10.0f, 10.0f + static_cast<float>(field->valuePos)));
+        }
+        EXPECT_EQ(unit->getCurves().size(), 3u);
+        return unit;
+    };
+    zeAnimationManager::setFromAtUpCB(
+        +[](int, const osg::Pnt3f&, const osg::Pnt3f&, const osg::Vec3f&) { destroyVictims(); });
+
+    // The block being evaluated: reported finished.
+    zeAnimationUnit* unit = viewBlock();
+    g_victims = {unit->getId()};
+    EXPECT_TRUE(controller->evaluateObject(unit, 5.0f, false));
+    EXPECT_EQ(manager->getObjectCount(), 0u);
+
+    // Active blocks are evaluated one by one; the first one's view write destroys both.
+    controller->setEvaluateActiveUnits(true);
+    g_victims = {viewBlock()->getId(), viewBlock()->getId()};
+    controller->evaluate(2.0f, false);
+    EXPECT_TRUE(g_victims.empty());
+    EXPECT_EQ(manager->getObjectCount(), 0u);
+    controller->setEvaluateActiveUnits(false);
+
+    // Every field, in the middle of a batch: the rest of the batch is not written.
+    unit = viewBlock();
+    g_dropFields = true;
+    EXPECT_FALSE(controller->evaluateObject(unit, 7.0f, false));
+    g_dropFields = false;
+    zeAnimationManager::setFromAtUpCB(nullptr);
+    EXPECT_EQ(manager->getFieldCount(), 0u);
+    EXPECT_EQ(unit->getCurves().front()->getAnimationField(), nullptr);
+}
+
 // ---- Hierarchy: one parent per object, no cycle, bounded depth ---------------------------------
 
+// (That a child is listed by its parent only, and once: the soak checks it after every step.)
 TEST_F(HardeningTest, AChildAddedElsewhereLeavesItsPreviousParent)
 {
-    zeAnimationStreak* a = manager->createStreak(0);
-    zeAnimationStreak* b = manager->createStreak(0);
-    zeAnimationStreak* x = manager->createStreak(0);
-    a->addObject(b);
-    x->addObject(b);
-    EXPECT_TRUE(a->isEmpty());
-    EXPECT_EQ(b->getParent(), x);
-    // Without the move, a and b would now list each other.
-    EXPECT_EQ(b->addObject(a), a);
-    EXPECT_EQ(b->getChildIds(), zeAnimationObject::ChildList({a->getId()}));
-    zeAnimationObject* copy = manager->duplicateObject(x);
-    ASSERT_NE(copy, nullptr);
-    EXPECT_EQ(manager->getObjectCount(), 6u);
-
     // Adding a child again moves it to the end of the list instead of listing it twice.
     zeAnimationUnit* unit = manager->createUnit("u", 0);
     zeAnimationCurve2D* c1 = curve(translation(), 0.0f, 0.0f, 1.0f, 1.0f);
@@ -454,62 +268,37 @@ TEST_F(HardeningTest, InsertionAgreesWithTheOverlapRuleOnRandomLayouts)
     EXPECT_GT(placedOnExisting, 1000);
 }
 
-// ---- Keys and handles -------------------------------------------------------------------------
+// ---- Keys -------------------------------------------------------------------------------------
+// (Finite positions, keys listed once and handles owned by their key: the soak checks these after
+// every step.)
 
-TEST_F(HardeningTest, KeysAreListedOnceAtFinitePositionsAndOwnTheirHandles)
+TEST_F(HardeningTest, KeysMovedOntoAnotherKeysFrameReplaceIt)
 {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
-    EXPECT_EQ(manager->createPoint2D(nan, 0.0f), nullptr);
-    EXPECT_EQ(manager->createPoint2D(0.0f, -inf), nullptr);
-    const std::size_t objects = manager->getObjectCount();
-
-    zeAnimationCurve2D* c = manager->createCurve2D();
-    zeControlPoint2D* k = manager->createPoint2D(1.0f, 2.0f);
-    k->setX(nan);
-    k->setY(inf);
-    k->setPosition(osg::Pnt2f(nan, 1.0f));
-    EXPECT_EQ(k->getPosition(), osg::Pnt2f(1.0f, 2.0f));
-    c->addObject(k);
-    c->addObject(k);
-    EXPECT_EQ(c->getChildIds().size(), 1u);
-    c->setPoints({k, k});
-    EXPECT_EQ(c->getChildIds().size(), 1u);
-    EXPECT_EQ(manager->getObjectCount(), objects + 2);
-
     // A key moved onto another one's x and added again replaces that key.
+    zeAnimationCurve2D* c = manager->createCurve2D();
+    c->addObject(manager->createPoint2D(1.0f, 2.0f));
     zeControlPoint2D* k5 = manager->createPoint2D(5.0f, 0.0f);
     c->addObject(k5);
     k5->setX(1.0f);
     c->addObject(k5);
     EXPECT_EQ(c->getChildIds(), zeAnimationObject::ChildList({k5->getId()}));
+    const std::size_t objects = manager->getObjectCount();
 
-    // A key's handles belong to the key, not to the manager.
-    zeControlPoint2D* in = k5->getInTangentPoint();
-    manager->destroyObject(in);
-    manager->destroyPoint2D(k5->getOutTangentPoint());
-    EXPECT_EQ(k5->getInTangentPoint(), in);
-    EXPECT_EQ(in->getParentId(), k5->getId());
-
-    EXPECT_EQ(c->deletePoints(true), 1u);
-    EXPECT_EQ(manager->getObjectCount(), objects + 1);
-    EXPECT_TRUE(c->isEmpty());
-
-    // Deleting keys into a target works on live keys.
+    // Deleting keys into a target works on live keys: a key taken from the target and moved onto
+    // the frame of a pending one replaces nothing that is still to come.
     zeAnimationCurve2D* source = manager->createCurve2D();
     zeAnimationCurve2D* target = manager->createCurve2D();
     zeControlPoint2D* mine = manager->createPoint2D(3.0f, 1.0f);
     zeControlPoint2D* theirs = manager->createPoint2D(4.0f, 9.0f);
     source->addObject(mine);
     target->addObject(theirs);
-    source->addObject(theirs); // takes it out of the target
+    source->addObject(theirs);
     EXPECT_TRUE(target->isEmpty());
-    // Both keys at one x: moving the first into the target replaces nothing that is pending.
     theirs->setX(3.0f);
     EXPECT_EQ(source->deletePoints(false, target), 2u);
     EXPECT_TRUE(source->isEmpty());
     EXPECT_EQ(target->getChildIds(), zeAnimationObject::ChildList({theirs->getId()}));
-    EXPECT_EQ(manager->getObjectCount(), objects + 4);
+    EXPECT_EQ(manager->getObjectCount(), objects + 3);
 }
 
 // ---- Values and enumerations ------------------------------------------------------------------
