@@ -326,28 +326,17 @@ TEST_F(ContainerTest, TriggerLoopSetsPlayFlagsAndPassesDownBelowBlocks)
     EXPECT_FALSE(empty->isPlaying());
 }
 
-TEST_F(ContainerTest, TrackInsertObjectRefusesOverlapsButAcceptsTouching)
+// (Which overlaps are refused: the random layouts of test_hardening.cpp check the rule itself.)
+TEST_F(ContainerTest, TrackInsertObjectTakesTrackContentOnlyAndAddObjectHasNoLayoutRule)
 {
-    zeAnimationStreak* left = track({sequence(0, 10)});
-    EXPECT_TRUE(left->insertObject(sequence(10, 20)));
-
     zeAnimationStreak* t = track({sequence(10, 20)});
-    for (auto span : {std::make_pair(5.0f, 15.0f), std::make_pair(0.0f, 30.0f), std::make_pair(12.0f, 18.0f),
-                      std::make_pair(10.0f, 20.0f), std::make_pair(15.0f, 25.0f)}) {
-        zeAnimationSequence* s = sequence(span.first, span.second);
-        EXPECT_FALSE(t->insertObject(s)) << span.first << " " << span.second;
-        EXPECT_EQ(s->getParentId(), 0u);
-    }
-    EXPECT_EQ(t->getChildIds().size(), 1u);
     EXPECT_FALSE(t->insertObject(nullptr));
     EXPECT_FALSE(t->insertObject(curve(30, 40)));
     EXPECT_FALSE(t->insertObject(manager->createStreak(0)));
-    zeAnimationUnit* b = block(0, 10);
-    EXPECT_TRUE(t->insertObject(b));
+    EXPECT_FALSE(t->insertObject(sequence(15, 25)));
+    EXPECT_TRUE(t->insertObject(block(0, 10)));
     EXPECT_TRUE(t->insertObject(sequence(20, 30)));
     EXPECT_EQ(t->getChildIds().size(), 3u);
-
-    // addObject has no layout rule.
     zeAnimationSequence* overlapping = sequence(5, 25);
     EXPECT_EQ(t->addObject(overlapping), overlapping);
     EXPECT_EQ(t->getChildIds().size(), 4u);
@@ -506,7 +495,8 @@ TEST_F(ContainerTest, SequencePrintsItsMovesAndGuardsItsEdges)
     EXPECT_EQ(bits(s->getUntrimmedEnd()), 0xE5A96816u);
 }
 
-TEST_F(ContainerTest, NoContainerBecomesItsOwnAncestor)
+// (That no parent chain ever loops: the soak checks it after every step.)
+TEST_F(ContainerTest, ARefusedAncestorOpensNoTrackAndUpdatesEndAtTheRoot)
 {
     zeAnimationStrip* outer = manager->createStrip(0);
     zeAnimationStrip* inner = manager->createStrip(0);
@@ -515,23 +505,12 @@ TEST_F(ContainerTest, NoContainerBecomesItsOwnAncestor)
     zeAnimationStreak* innerTrack = manager->createStreak(0);
     inner->addObject(innerTrack);
     const std::size_t objects = manager->getObjectCount();
-
     EXPECT_EQ(inner->addObject(outer), nullptr);
     EXPECT_EQ(inner->insertObject(outer), nullptr);
-    EXPECT_EQ(innerTrack->addObject(outer), nullptr);
     EXPECT_FALSE(innerTrack->insertObject(outer));
-    EXPECT_EQ(inner->addObject(outerTrack), nullptr);
-    EXPECT_EQ(outerTrack->addObject(outerTrack), nullptr);
-    EXPECT_EQ(outer->addObject(outer), nullptr);
-    EXPECT_EQ(manager->getObjectCount(), objects); // no track opened for a refused object
-    EXPECT_EQ(outer->getParentId(), 0u);
-    EXPECT_EQ(outerTrack->getParentId(), outer->getId());
-
-    // setParent refuses a cycle too, and updates still run and end at the root.
+    EXPECT_EQ(manager->getObjectCount(), objects);
     outer->setParent(innerTrack);
     EXPECT_EQ(outer->getParent(), nullptr);
-    innerTrack->setParent(innerTrack);
-    EXPECT_EQ(innerTrack->getParent(), inner);
     innerTrack->addObject(sequence(0.0f, 4.0f));
     EXPECT_EQ(outer->getEnd(), 4.0f);
     EXPECT_EQ(outer->getSequencesRecursive().size(), 1u);
