@@ -39,8 +39,8 @@ zeAnimationField& zeAnimationField::operator=(const zeAnimationField& other)
 // fetching them. So they are kept side by side in blocks of their own, handed out in order: fields
 // made one after another lie one after another, as the curves that playback walks in order. A
 // block goes back to the heap when its last field is destroyed (the last block with room is kept
-// for the next field). Under AddressSanitizer every field is an allocation of its own, so that a
-// use after destruction is still caught.
+// for the next field, and starts again from its first slot). Under AddressSanitizer every field is an
+// allocation of its own, so that a use after destruction is still caught.
 
 #if defined(__SANITIZE_ADDRESS__)
 #define ZE_FIELD_BLOCKS 0
@@ -132,6 +132,13 @@ void giveSlot(void* slot)
         if (block->listed)
             unlist(block);
         ::operator delete(block, std::align_val_t(kBlockBytes));
+        return;
+    }
+    if (block->used == 0) {
+        // The kept block is empty: hand its slots out in order again rather than in the order
+        // the fields went, so a pool cleared and filled anew lies as well as the first one.
+        block->given = nullptr;
+        block->fresh = 0;
         return;
     }
     *static_cast<void**>(slot) = block->given;
