@@ -31,8 +31,9 @@ template <class FieldT, class ValueT>
 void expectText(const ValueT& value, const char* expected)
 {
     const std::string s = text(FieldT(value));
-    if (expected)
+    if (expected) {
         EXPECT_EQ(s, expected) << FieldT::getClassType().getCName();
+    }
     FieldT in;
     in.pushValueByStr(s.c_str());
     EXPECT_EQ(in.getValue(), value) << FieldT::getClassType().getCName() << ": " << s;
