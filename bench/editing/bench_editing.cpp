@@ -35,10 +35,13 @@ void BM_AddKeysAsMade(benchmark::State& state)
         for (int i = 0; i < count; ++i)
             curve->addObject(manager()->createPoint2D(static_cast<float>(i), std::sin(i * 0.1f)));
         state.PauseTiming();
-        if (curve->getPointCount() != static_cast<osg::UInt32>(count) || curve->getBegin() != 0.0f ||
-            curve->getEnd() != static_cast<float>(count - 1))
-            state.SkipWithError("the curve does not hold every key added");
+        const bool whole = curve->getPointCount() == static_cast<osg::UInt32>(count) &&
+                           curve->getBegin() == 0.0f && curve->getEnd() == static_cast<float>(count - 1);
         manager()->destroyCurve2D(curve);
+        if (!whole) {
+            state.SkipWithError("the curve does not hold every key added");
+            break;
+        }
         state.ResumeTiming();
     }
 }
@@ -84,10 +87,13 @@ void BM_MoveToFarRow(benchmark::State& state)
         const bool moved = manager()->moveObjectToStreak(sequence, clip, row);
         state.PauseTiming();
         const zeAnimationStreak* track = clip->getStreak(row);
-        if (!moved || clip->getChildIds().size() != row + 1 || !track ||
-            sequence->getParentId() != track->getId())
-            state.SkipWithError("the object is not on the row it was moved to");
+        const bool placed = moved && clip->getChildIds().size() == row + 1 && track &&
+                            sequence->getParentId() == track->getId();
         manager()->destroyObject(clip);
+        if (!placed) {
+            state.SkipWithError("the object is not on the row it was moved to");
+            break;
+        }
         state.ResumeTiming();
     }
 }
@@ -110,10 +116,13 @@ void BM_SequencesOnOneTrack(benchmark::State& state)
         for (int i = 0; i < count; ++i)
             track->insertObject(makeSequence(i * 10.0f, i * 10.0f + 8.0f));
         state.PauseTiming();
-        if (track->getChildIds().size() != static_cast<std::size_t>(count) ||
-            track->getEnd() != (count - 1) * 10.0f + 8.0f)
-            state.SkipWithError("the track refused sequences that do not overlap");
+        const bool laidOut = track->getChildIds().size() == static_cast<std::size_t>(count) &&
+                             track->getEnd() == (count - 1) * 10.0f + 8.0f;
         manager()->destroyObject(track);
+        if (!laidOut) {
+            state.SkipWithError("the track refused sequences that do not overlap");
+            break;
+        }
         state.ResumeTiming();
     }
 }
@@ -128,10 +137,13 @@ void BM_OverlappingSequencesIntoClip(benchmark::State& state)
         for (int i = 0; i < count; ++i)
             clip->insertObject(makeSequence(i * 0.001f, 100.0f + i * 0.001f));
         state.PauseTiming();
-        if (clip->getChildIds().size() != static_cast<std::size_t>(count) ||
-            clip->getSequences().size() != static_cast<std::size_t>(count))
-            state.SkipWithError("overlapping sequences did not each get a row of their own");
+        const bool stacked = clip->getChildIds().size() == static_cast<std::size_t>(count) &&
+                             clip->getSequences().size() == static_cast<std::size_t>(count);
         manager()->destroyObject(clip);
+        if (!stacked) {
+            state.SkipWithError("overlapping sequences did not each get a row of their own");
+            break;
+        }
         state.ResumeTiming();
     }
 }

@@ -172,11 +172,10 @@ double curveValues()
 
 double savedValues = 0.0;
 
-void checkLoaded(benchmark::State& state)
+bool loadedIsSaved()
 {
-    if (manager()->getObjectCount() != expectedObjects() || manager()->getFieldCount() != kCurves ||
-        curveValues() != savedValues)
-        state.SkipWithError("the loaded pool is not the saved one");
+    return manager()->getObjectCount() == expectedObjects() && manager()->getFieldCount() == kCurves &&
+           curveValues() == savedValues;
 }
 
 void BM_SaveStreamed(benchmark::State& state)
@@ -188,9 +187,12 @@ void BM_SaveStreamed(benchmark::State& state)
     for (auto _ : state) {
         const double before = startMemory();
         QuietOutput quiet;
-        if (!manager()->saveAnimations(path.c_str()))
-            state.SkipWithError("save failed");
+        const bool saved = manager()->saveAnimations(path.c_str());
         reportMemory(state, before, residentMB("VmHWM:"), afterMemory());
+        if (!saved) {
+            state.SkipWithError("save failed");
+            break;
+        }
     }
 }
 
@@ -211,8 +213,10 @@ void BM_SaveDom(benchmark::State& state)
         }
         reportMemory(state, before, peak, afterMemory());
         state.PauseTiming();
-        if (written != QFile(QString::fromStdString(path)).size())
+        if (written != QFile(QString::fromStdString(path)).size()) {
             state.SkipWithError("the two paths wrote different texts");
+            break;
+        }
         state.ResumeTiming();
     }
     std::remove((path + ".dom").c_str());
@@ -227,11 +231,13 @@ void BM_LoadStreamed(benchmark::State& state)
         state.ResumeTiming();
         const double before = startMemory();
         QuietOutput quiet;
-        if (!manager()->loadAnimations(path, true))
-            state.SkipWithError("load failed");
+        const bool loaded = manager()->loadAnimations(path, true);
         reportMemory(state, before, residentMB("VmHWM:"), afterMemory());
         state.PauseTiming();
-        checkLoaded(state);
+        if (!loaded || !loadedIsSaved()) {
+            state.SkipWithError(loaded ? "the loaded pool is not the saved one" : "load failed");
+            break;
+        }
         state.ResumeTiming();
     }
 }
@@ -245,18 +251,21 @@ void BM_LoadDom(benchmark::State& state)
         state.ResumeTiming();
         const double before = startMemory();
         double peak = 0.0;
+        bool loaded = false;
         {
             QuietOutput quiet;
             QDomDocument document;
             QFile file(path);
-            if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file) ||
-                !manager()->loadAnimations(document))
-                state.SkipWithError("load failed");
+            loaded = file.open(QIODevice::ReadOnly) && document.setContent(&file) &&
+                     manager()->loadAnimations(document);
             peak = residentMB("VmHWM:");
         }
         reportMemory(state, before, peak, afterMemory());
         state.PauseTiming();
-        checkLoaded(state);
+        if (!loaded || !loadedIsSaved()) {
+            state.SkipWithError(loaded ? "the loaded pool is not the saved one" : "load failed");
+            break;
+        }
         state.ResumeTiming();
     }
     std::remove(filePath().c_str());

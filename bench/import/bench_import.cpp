@@ -94,10 +94,13 @@ void runImport(benchmark::State& state, int nodes, int blocksPerNode, int keysPe
         manager()->importKORUAnimations(root, osg::NullFC, static_cast<osg::UInt32>(nodes + 1));
         state.PauseTiming();
         state.counters["objects"] = static_cast<double>(manager()->getObjectCount());
-        if (!importedWhole(nodes * blocksPerNode, keysPerCurve))
-            state.SkipWithError("the import did not convert every block, curve and key");
+        const bool whole = importedWhole(nodes * blocksPerNode, keysPerCurve);
         osg::subRefCP(root);
         clearPool();
+        if (!whole) {
+            state.SkipWithError("the import did not convert every block, curve and key");
+            break;
+        }
         state.ResumeTiming();
     }
 }
