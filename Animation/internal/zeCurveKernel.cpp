@@ -336,14 +336,13 @@ void prepareSegment(Segment& segment, float x0, float y0, float h0x, float h0y, 
     segment.y1 = y1;
     segment.h0y = h0y;
     segment.h1y = h1y;
-    segment.dx = static_cast<double>(x1) - static_cast<double>(x0);
-    segment.step = h1x == x1 && h1y == y1 && h0x == x0 && h0y == y0;
+    const double dx = static_cast<double>(x1) - static_cast<double>(x0);
+    const bool step = h1x == x1 && h1y == y1 && h0x == x0 && h0y == y0;
     segment.A = segment.p = segment.q0 = segment.s = segment.p3 = 0.0;
-    if (segment.dx == 0.0 || segment.step)
+    if (dx == 0.0 || step)
         return;
     // X(t) = A t^3 + B t^2 + C t over the handles' abscissae normalised to the segment. A is not
     // tested against zero: handles on exact thirds give infinite or NaN terms and no root.
-    const double dx = segment.dx;
     const double a = (static_cast<double>(h0x) - static_cast<double>(x0)) / dx;
     const double b = (static_cast<double>(h1x) - static_cast<double>(x0)) / dx;
     const double A = 1.0 - 3.0 * b + 3.0 * a;
@@ -360,7 +359,7 @@ void prepareSegment(Segment& segment, float x0, float y0, float h0x, float h0y, 
 
 bool solveSegment(const Segment& segment, float frame, float& value)
 {
-    const double dx = segment.dx;
+    const double dx = static_cast<double>(segment.x1) - static_cast<double>(segment.x0);
     if (dx == 0.0)
         return segment.y0 != 0.0f;
     double u = 0.0;
@@ -371,7 +370,7 @@ bool solveSegment(const Segment& segment, float frame, float& value)
     else
         u = (static_cast<double>(frame) - static_cast<double>(segment.x0)) / dx;
 
-    if (segment.step) {
+    if (segment.A == 0.0 && segment.p == 0.0) { // a step
         value = segment.y0;
         return true;
     }

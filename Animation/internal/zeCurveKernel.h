@@ -42,14 +42,17 @@ Handles tangentHandles(std::uint32_t type, std::uint32_t lengthMode, const Tange
 // ---- Segments -------------------------------------------------------------------------------
 
 // One Bezier segment from key (x0, y0) with out-handle (h0x, h0y) to key (x1, y1) with in-handle
-// (h1x, h1y), with the terms of the closed-form solve that do not depend on the frame.
-struct Segment
+// (h1x, h1y), with the terms of the closed-form solve that do not depend on the frame. Playback
+// keeps one per curve and reads it every frame, so it fills one cache line and no more: the
+// length x1 - x0 is worked out again when solving, and a step (both inner handles on their keys:
+// the value holds until the next key) is told by A and p both 0, which no other segment of
+// non-zero length has (with A = 0, p is infinite or NaN).
+struct alignas(64) Segment
 {
     float x0, y0, x1, y1, h0y, h1y;
-    double dx; // x1 - x0 in double precision
     double A, p, q0, s, p3;
-    bool step; // both inner handles on their keys: the value holds until the next key
 };
+static_assert(sizeof(Segment) == 64, "a segment fills one cache line");
 
 void prepareSegment(Segment& segment, float x0, float y0, float h0x, float h0y, float h1x, float h1y,
                     float x1, float y1);
