@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -67,7 +68,7 @@ void zeEvaluationPlan::build(zeAnimationObject* object)
     groups.clear();
     rows.clear();
     segments.clear();
-    targets.clear();
+    writes.clear();
     xs.clear();
     keys.clear();
     std::vector<zeAnimationObject*> found;
@@ -97,8 +98,13 @@ void zeEvaluationPlan::build(zeAnimationObject* object)
         index = stored[index];
     locals.resize(groups.size());
     passes.resize(groups.size());
-    segments.resize(rows.size());
-    targets.resize(rows.size());
+    // No segment is prepared yet: a NaN start matches no key and no frame.
+    zeCurveKernel::Segment none{};
+    none.x0 = none.x1 = std::numeric_limits<float>::quiet_NaN();
+    segments.assign(rows.size(), none);
+    writes.resize(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        writes[i] = Write{rows[i].field, zeSceneTarget()};
     changed.clear();
     changed.reserve(rows.size());
     built = true;
@@ -143,7 +149,6 @@ void zeEvaluationPlan::addGroup(zeAnimationObject* object)
                                               (curve->isRepeating() ? RowRepeating : 0));
         row.firstKey = static_cast<std::uint32_t>(xs.size());
         row.hint = 0;
-        row.segmentAt = NoSegment;
         // The keys as evaluation sees them: one per x, in order of x.
         for (const zeAnimationCurve2D::PointMap::value_type& entry : curve->getPoints()) {
             const zeControlPoint2D* point = entry.second;
@@ -181,6 +186,11 @@ void zeEvaluationPlan::placeGroups(float frame, bool motionBlurOnly)
 
 bool zeEvaluationPlan::rowValue(std::uint32_t index, float frame, float& value)
 {
+    // Keys are strictly increasing in x, so the segment prepared last is the one the frame falls in
+    // whenever the frame lies between its two keys; the keys themselves need not be read then.
+    zeCurveKernel::Segment& segment = segments[index];
+    if (segment.x0 <= frame && frame < segment.x1)
+        return zeCurveKernel::solveSegment(segment, frame, value);
     Row& row = rows[index];
     const std::size_t count = row.keyCount;
     const float* x = xs.data() + row.firstKey;
@@ -200,13 +210,10 @@ bool zeEvaluationPlan::rowValue(std::uint32_t index, float frame, float& value)
     case zeCurveKernel::Inside:
         break;
     }
-    const std::uint32_t at = static_cast<std::uint32_t>(upper - 1);
-    zeCurveKernel::Segment& segment = segments[index];
-    if (row.segmentAt != at) {
+    const std::size_t at = upper - 1;
+    if (segment.x0 != x[at]) // its start tells which segment is prepared
         zeCurveKernel::prepareSegment(segment, x[at], k[at].y, k[at].outX, k[at].outY, k[at + 1].inX,
                                       k[at + 1].inY, x[at + 1], k[at + 1].y);
-        row.segmentAt = at;
-    }
     return zeCurveKernel::solveSegment(segment, frame, value);
 }
 
@@ -277,13 +284,12 @@ void zeEvaluationPlan::writeChanged()
     for (std::size_t i = 0; i < count; ++i) {
         if (i + kAhead < count) {
             // Only fetched: a field or container that is gone by then is not written to.
-            const std::uint32_t ahead = changed[i + kAhead];
-            fetchField(rows[ahead].field);
-            fetchForRead(targets[ahead].container);
-            fetchForWrite(targets[ahead].sceneField);
+            const Write& ahead = writes[changed[i + kAhead]];
+            fetchField(ahead.field);
+            fetchForRead(ahead.target.container);
+            fetchForWrite(ahead.target.component);
         }
-        const std::uint32_t index = changed[i];
-        zeAnimationField* field = rows[index].field;
+        Write& write = writes[changed[i]];
         const std::uint64_t now = zeAnimationRevision::current();
         if (now != start) {
             if (liveAt != now || liveFields.empty()) {
@@ -293,10 +299,10 @@ void zeEvaluationPlan::writeChanged()
                     liveFields.insert(entry.second);
                 liveAt = now;
             }
-            if (liveFields.count(field) == 0)
+            if (liveFields.count(write.field) == 0)
                 continue;
         }
-        zeSceneAccess::writeFieldValue(field, targets[index]);
+        zeSceneAccess::writeFieldValue(write.field, write.target);
     }
     liveFields.clear();
 }

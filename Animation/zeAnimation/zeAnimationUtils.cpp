@@ -32,6 +32,7 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <unordered_map>
 
 namespace {
 
@@ -336,27 +337,37 @@ bool rotationIndex(const std::string& attribute, osg::UInt32& index)
     return true;
 }
 
-// Writes the field's value into one float (or the double) of a directly handled scene field; a
-// value already there is not written, so it causes no change notification.
-bool writeComponent(const osg::FieldContainerPtr& container, osg::Field* sceneField, ContentKind kind,
-                    osg::BitVector mask, bool angle, const zeAnimationField& field)
+// The float (or the double) of a directly handled scene field that a component selects; null
+// when the field has no such component.
+void* componentAddress(osg::Field* sceneField, ContentKind kind, osg::UInt32 valuePos)
 {
-    const float sceneValue = angle ? angleToScene(field.value) : field.value;
+    if (kind == KindReal64)
+        return &static_cast<osg::SFReal64*>(sceneField)->getValue();
+    const osg::UInt32 index = componentIndex(kind, valuePos);
+    return index < componentCount(kind) ? floatComponent(sceneField, kind, index) : nullptr;
+}
+
+// Writes a value into one float (or the double) of a directly handled scene field; a value
+// already there is not written, so it causes no change notification.
+bool writeComponent(const osg::FieldContainerPtr& container, void* component, ContentKind kind,
+                    osg::BitVector mask, bool angle, float value)
+{
+    const float sceneValue = angle ? angleToScene(value) : value;
     if (kind == KindReal64) {
-        osg::SFReal64* real = static_cast<osg::SFReal64*>(sceneField);
+        double* real = static_cast<double*>(component);
         const double wanted = static_cast<double>(sceneValue);
-        if (real->getValue() == wanted)
+        if (*real == wanted)
             return true;
         osg::beginEditCP(container, mask, 1);
-        real->setValue(wanted);
+        *real = wanted;
         osg::endEditCP(container, mask, 1);
         return true;
     }
-    float* component = floatComponent(sceneField, kind, componentIndex(kind, field.valuePos));
-    if (sameValue(*component, sceneValue))
+    float* real = static_cast<float*>(component);
+    if (sameValue(*real, sceneValue))
         return true;
     osg::beginEditCP(container, mask, 1);
-    *component = sceneValue;
+    *real = sceneValue;
     osg::endEditCP(container, mask, 1);
     return true;
 }
@@ -668,6 +679,49 @@ bool zeAnimationUtils::setOSGFieldValue(zeAnimationField* field)
     return zeSceneAccess::writeFieldValue(field, target);
 }
 
+namespace {
+
+// Names of scene fields written through a target, each kept once for the life of the library: a
+// target refers to its name by number instead of holding a copy, and the names are those of
+// container types' fields, a small set.
+struct KeptNames
+{
+    std::vector<std::string> names;
+    std::unordered_map<std::string, osg::UInt32> numbers;
+};
+
+KeptNames& keptNames()
+{
+    static KeptNames kept;
+    return kept;
+}
+
+osg::UInt32 keptName(const std::string& name)
+{
+    KeptNames& kept = keptNames();
+    const auto found = kept.numbers.emplace(name, static_cast<osg::UInt32>(kept.names.size()));
+    if (found.second)
+        kept.names.push_back(name);
+    return found.first->second;
+}
+
+inline bool sameName(const std::string& a, const std::string& b)
+{
+    // Field names are short: comparing in place is cheaper than calling out to compare memory.
+    const std::size_t size = a.size();
+    if (size != b.size())
+        return false;
+    const char* x = a.data();
+    const char* y = b.data();
+    for (std::size_t i = 0; i < size; ++i) {
+        if (x[i] != y[i])
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
 bool zeSceneAccess::writeFieldValue(zeAnimationField* field, zeSceneTarget& binding)
 {
     if (!field)
@@ -677,13 +731,13 @@ bool zeSceneAccess::writeFieldValue(zeAnimationField* field, zeSceneTarget& bind
     if (container == osg::NullFC)
         return false;
     // Finding the field by name is the expensive part of a write; a field written before goes
-    // straight to the component it found then, as long as its container is still the same one.
-    if (binding.sceneField && binding.container == container.getCPtr() &&
-        binding.containerId == field->fcID && binding.valuePos == field->valuePos &&
-        binding.typeId == container->getType().getId() && binding.name == field->name)
-        return writeComponent(container, static_cast<osg::Field*>(binding.sceneField),
-                              static_cast<ContentKind>(binding.kind), binding.mask, binding.angle, *field);
-    binding.sceneField = nullptr;
+    // straight to the component it found then, as long as its container still lives under the
+    // same id and the field still names the same component of the same scene field.
+    if (binding.component && binding.containerId == field->fcID && binding.valuePos == field->valuePos &&
+        sameName(field->name, keptNames().names[binding.name]))
+        return writeComponent(container, binding.component, static_cast<ContentKind>(binding.kind),
+                              binding.mask, binding.angle, field->value);
+    binding.component = nullptr;
     const SceneRoute route = resolveRoute(*field);
     switch (route.way) {
     case SceneRoute::Nowhere:
@@ -698,25 +752,24 @@ bool zeSceneAccess::writeFieldValue(zeAnimationField* field, zeSceneTarget& bind
     case SceneRoute::NodeVisible:
         return writeNodeVisible(route.node, field->value);
     case SceneRoute::Component: {
-        if (route.kind != KindReal64 &&
-            componentIndex(route.kind, field->valuePos) >= componentCount(route.kind))
+        void* component = componentAddress(route.sceneField, route.kind, field->valuePos);
+        if (!component)
             return false;
         const osg::BitVector mask = fieldMask(route.container, *route.name);
         // Only a field written straight into its own scene field is remembered; a camera view
         // field is redirected by the camera's viewpoint flag, which may change at any time.
-        if (*route.name == field->name) {
+        if (route.name == &field->name) {
             binding.container = route.container.getCPtr();
-            binding.containerId = static_cast<osg::UInt32>(field->fcID);
-            binding.typeId = route.container->getType().getId();
-            binding.valuePos = field->valuePos;
-            binding.name = field->name;
-            binding.sceneField = route.sceneField;
-            binding.kind = route.kind;
+            binding.component = component;
+            binding.name = keptName(field->name);
             binding.mask = mask;
+            binding.containerId = static_cast<osg::UInt32>(field->fcID);
+            binding.valuePos = field->valuePos;
+            binding.kind = static_cast<std::uint8_t>(route.kind);
             binding.angle = isAngleField(field->name);
         }
-        return writeComponent(route.container, route.sceneField, route.kind, mask, isAngleField(*route.name),
-                              *field);
+        return writeComponent(route.container, component, route.kind, mask, isAngleField(*route.name),
+                              field->value);
     }
     case SceneRoute::Text:
         return writeText(route, *field);

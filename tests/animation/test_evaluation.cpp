@@ -331,4 +331,33 @@ TEST_F(EvaluationTest, FieldsLieSideBySideAndSurviveReuse)
         manager->destroyField(field);
 }
 
+// Playback finds a field's place in the scene once and then writes straight to it: a field the
+// host points elsewhere between frames (another component, container or scene field) is followed,
+// and a container that is gone is not written to.
+TEST_F(EvaluationTest, WritesFollowAFieldRetargetedBetweenFrames)
+{
+    zeAnimationField* field = translation(0);
+    zeAnimationField* other = translation(0);
+    zeAnimationUnit* unit = block(field, 0.0f, 0.0f, 10.0f, 90.0f);
+    const auto core = [](const zeAnimationField* f) {
+        return osg::ComponentTransformPtr::dcast(
+            osg::FieldContainerFactory::the()->getContainer(static_cast<osg::UInt32>(f->fcID)));
+    };
+    controller->evaluateObject(unit, 10.0f, false);
+    field->valuePos = 2;
+    controller->evaluateObject(unit, 0.0f, false);
+    EXPECT_EQ(core(field)->getTranslation(), osg::Vec3f(90.0f, -1.0f, 0.0f));
+    field->fcID = other->fcID;
+    controller->evaluateObject(unit, 10.0f, false);
+    EXPECT_EQ(core(other)->getTranslation(), osg::Vec3f(-1.0f, -1.0f, 90.0f));
+    field->name = "scale";
+    controller->evaluateObject(unit, 0.0f, false);
+    EXPECT_EQ(core(other)->getScale(), osg::Vec3f(1.0f, 1.0f, 0.0f));
+    EXPECT_EQ(core(other)->getTranslation()[2], 90.0f);
+    osg::subRefCP(nodes.back()); // the node of `other`, and its core with it
+    nodes.pop_back();
+    controller->evaluateObject(unit, 10.0f, false);
+    EXPECT_EQ(field->value, 90.0f);
+}
+
 } // namespace
