@@ -25,64 +25,6 @@ FieldContainerFactory* factory()
 
 } // namespace
 
-TEST(FieldContainerIds, AreConsecutiveInCreationOrderAndNeverReused)
-{
-    NodePtr a = Node::create();
-    GroupPtr b = Group::create();
-    NodePtr c = Node::create();
-    UInt32 idA = getContainerId(a), idB = getContainerId(b), idC = getContainerId(c);
-
-    EXPECT_GE(idA, 1u);
-    EXPECT_EQ(idB, idA + 1);
-    EXPECT_EQ(idC, idB + 1);
-    EXPECT_EQ(factory()->getContainer(idB), b);
-
-    subRefCP(b);
-    EXPECT_EQ(factory()->getContainer(idB), NullFC);
-    EXPECT_EQ(factory()->getContainer(idA), a);
-
-    NodePtr d = Node::create();
-    EXPECT_EQ(getContainerId(d), idC + 1);
-    EXPECT_EQ(factory()->getContainer(0), NullFC);
-    EXPECT_EQ(factory()->getContainer(getContainerId(d) + 1000), NullFC);
-
-    subRefCP(a);
-    subRefCP(c);
-    subRefCP(d);
-}
-
-TEST(FieldContainerRefCount, StartsAtZeroAndDestroysAtZeroOrBelow)
-{
-    unsigned before = liveContainers();
-    NodePtr node = Node::create();
-    UInt32 id = getContainerId(node);
-    EXPECT_EQ(node.getRefCount(), 0);
-
-    addRefCP(node);
-    addRefCP(node);
-    EXPECT_EQ(node.getRefCount(), 2);
-    NodePtr copy = node; // handles do not count
-    EXPECT_EQ(copy.getRefCount(), 2);
-
-    subRefCP(node);
-    EXPECT_EQ(factory()->getContainer(id), node);
-    subRefCP(node);
-    EXPECT_EQ(factory()->getContainer(id), NullFC);
-    EXPECT_EQ(liveContainers(), before);
-
-    // A never-referenced container goes with one subRef (count -1).
-    NodePtr fresh = Node::create();
-    UInt32 freshId = getContainerId(fresh);
-    subRefCP(fresh);
-    EXPECT_EQ(factory()->getContainer(freshId), NullFC);
-
-    // Null is ignored by both.
-    addRefCP(NullFC);
-    subRefCP(NullFC);
-    EXPECT_EQ(NodePtr().getRefCount(), 0);
-    EXPECT_EQ(liveContainers(), before);
-}
-
 TEST(FieldContainerRefCount, SetRefdAndClearRefMoveReferences)
 {
     unsigned before = liveContainers();

@@ -65,18 +65,6 @@ struct Recorder
     }
 };
 
-std::vector<std::string> functionVisits;
-Action::ResultE recordByFunction(NodePtr& node)
-{
-    functionVisits.push_back(node != NullFC ? getName(node) : "null");
-    return Action::Continue;
-}
-Action::ResultE recordByConstFunction(const NodePtr& node)
-{
-    functionVisits.push_back(getName(node));
-    return Action::Skip;
-}
-
 } // namespace
 
 TEST(Traverse, VisitsInPreOrderWhateverTheMaskSkipPrunesAndQuitStops)
@@ -94,24 +82,6 @@ TEST(Traverse, VisitsInPreOrderWhateverTheMaskSkipPrunesAndQuitStops)
     skipRoot.skipAt = "root";
     EXPECT_EQ(skipRoot.walk(scene.root), Action::Continue);
     EXPECT_EQ(skipRoot.visits, (std::vector<std::string>{"root"}));
-}
-
-TEST(Traverse, FunctionFunctorsTakeEitherReferenceAndAreCalledForANullRoot)
-{
-    Scene scene;
-    functionVisits.clear();
-    traverse(scene.b, osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(recordByFunction));
-    EXPECT_EQ(functionVisits, (std::vector<std::string>{"b", "b1"}));
-    functionVisits.clear();
-    traverse(scene.a, osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(recordByConstFunction));
-    EXPECT_EQ(functionVisits, (std::vector<std::string>{"a"}));
-
-    // The functor is called for a null root, and the walk reports Continue.
-    functionVisits.clear();
-    EXPECT_EQ(
-        traverse(NodePtr(), osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(recordByFunction)),
-        Action::Continue);
-    EXPECT_EQ(functionVisits, (std::vector<std::string>{"null"}));
 }
 
 TEST(Traverse, ACalleeRemovingNodesDoesNotBreakTheWalk)

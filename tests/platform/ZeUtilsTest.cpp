@@ -1,4 +1,3 @@
-#include <zeQt4Ext/QZEDomDocumentWriter.h>
 #include <zeUtils/zeFile.h>
 #include <zeUtils/zeMessage.h>
 #include <zeUtils/zeString.h>
@@ -7,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QDomDocument>
 #include <cstdio>
 #include <fstream>
 #include <string>
@@ -98,35 +96,4 @@ TEST(zeFile, CheckWriteAcceptsWritableTargetsAndRefusesOthers)
 
     std::remove(existing.c_str());
     rmdir(dir.c_str());
-}
-
-TEST(QZEDomDocumentWriter, WritesDeclarationAndIndentedElementsThatParseBack)
-{
-    QDomDocument doc;
-    QDomElement root = doc.createElement("AnimationPool");
-    root.setAttribute("objects", 2);
-    doc.appendChild(root);
-    QDomElement child = doc.createElement("block");
-    child.setAttribute("name", QString::fromUtf8("Bl\xc3\xb6"
-                                                 "ck & <1>"));
-    root.appendChild(child);
-
-    QString text = QZEDomDocumentWriter::toString(doc);
-    EXPECT_TRUE(text.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"));
-    EXPECT_TRUE(text.contains("\n    <block"));
-    EXPECT_TRUE(text.endsWith("\n"));
-    EXPECT_EQ(text.count("<?xml"), 1);
-
-    QDomDocument back;
-    ASSERT_TRUE(back.setContent(text));
-    EXPECT_EQ(back.documentElement().tagName(), "AnimationPool");
-    EXPECT_EQ(back.documentElement().firstChildElement("block").attribute("name"),
-              QString::fromUtf8("Bl\xc3\xb6"
-                                "ck & <1>"));
-
-    // A document with its own declaration keeps exactly one.
-    QDomDocument declared;
-    declared.appendChild(declared.createProcessingInstruction("xml", "version=\"1.0\" encoding=\"UTF-8\""));
-    declared.appendChild(declared.createElement("x"));
-    EXPECT_EQ(QZEDomDocumentWriter::toString(declared).count("<?xml"), 1);
 }
