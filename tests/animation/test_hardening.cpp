@@ -8,6 +8,7 @@
 
 #include <limits>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -41,6 +42,8 @@ TEST_F(HardeningTest, DestroyingANodesObjectsSurvivesACurveListedAfterItsBlock)
 // What the host callbacks below destroy: objects by identifier, or every field.
 std::vector<osg::UInt64> g_victims;
 bool g_dropFields = false;
+// What the host camera evaluates once, meanwhile.
+zeAnimationObject* g_evaluateAgain = nullptr;
 
 void destroyVictims()
 {
@@ -95,8 +98,11 @@ TEST_F(HardeningTest, TheHostCameraMayDestroyWhatIsBeingWritten)
         EXPECT_EQ(unit->getCurves().size(), 3u);
         return unit;
     };
-    zeAnimationManager::setFromAtUpCB(
-        +[](int, const osg::Pnt3f&, const osg::Pnt3f&, const osg::Vec3f&) { destroyVictims(); });
+    zeAnimationManager::setFromAtUpCB(+[](int, const osg::Pnt3f&, const osg::Pnt3f&, const osg::Vec3f&) {
+        if (zeAnimationObject* again = std::exchange(g_evaluateAgain, nullptr))
+            zeAnimationController::the()->evaluateObject(again, 1.0f, false);
+        destroyVictims();
+    });
 
     // The block being evaluated: reported finished.
     zeAnimationUnit* unit = viewBlock();
@@ -112,14 +118,22 @@ TEST_F(HardeningTest, TheHostCameraMayDestroyWhatIsBeingWritten)
     EXPECT_EQ(manager->getObjectCount(), 0u);
     controller->setEvaluateActiveUnits(false);
 
-    // Every field, in the middle of a batch: the rest of the batch is not written.
+    // The block evaluated again while its own batch is being written: a plan of its own for that.
     unit = viewBlock();
+    g_evaluateAgain = unit;
+    EXPECT_FALSE(controller->evaluateObject(unit, 4.0f, false));
+    EXPECT_EQ(g_evaluateAgain, nullptr);
+
+    // Every field, in the middle of a batch (a block's, or a list of curves'): the rest of the
+    // batch is not written.
     g_dropFields = true;
     EXPECT_FALSE(controller->evaluateObject(unit, 7.0f, false));
-    g_dropFields = false;
-    zeAnimationManager::setFromAtUpCB(nullptr);
     EXPECT_EQ(manager->getFieldCount(), 0u);
     EXPECT_EQ(unit->getCurves().front()->getAnimationField(), nullptr);
+    controller->evaluateCurves(viewBlock()->getCurves(), 3.0f, false);
+    EXPECT_EQ(manager->getFieldCount(), 0u);
+    g_dropFields = false;
+    zeAnimationManager::setFromAtUpCB(nullptr);
 }
 
 // ---- Hierarchy: one parent per object, no cycle, bounded depth ---------------------------------
@@ -341,6 +355,11 @@ TEST_F(HardeningTest, EnumerationsCarryTheHostsValuesUnchanged)
     zeControlPoint2D* key = manager->createPoint2D(0.0f, 0.0f);
     key->setTangentType(static_cast<zeControlPoint2D::TangentMode>(200));
     EXPECT_EQ(static_cast<osg::UInt32>(key->getTangentType()), 200u);
+    // Integer field values saturate.
+    EXPECT_EQ(zeAnimationUtils::floatToInt(1.0e30f),
+              static_cast<osg::UInt32>(std::numeric_limits<osg::Int32>::max()));
+    EXPECT_EQ(zeAnimationUtils::floatToInt(-1.0e30f),
+              static_cast<osg::UInt32>(std::numeric_limits<osg::Int32>::min()));
     source->updateBy(source, static_cast<zeAnimationObject::Operation>(4096), true);
 }
 
