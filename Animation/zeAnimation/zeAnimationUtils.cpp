@@ -698,11 +698,15 @@ KeptNames& keptNames()
 
 osg::UInt32 keptName(const std::string& name)
 {
+    // Looked up before anything is made: a name already kept costs no allocation.
     KeptNames& kept = keptNames();
-    const auto found = kept.numbers.emplace(name, static_cast<osg::UInt32>(kept.names.size()));
-    if (found.second)
-        kept.names.push_back(name);
-    return found.first->second;
+    const auto found = kept.numbers.find(name);
+    if (found != kept.numbers.end())
+        return found->second;
+    const osg::UInt32 number = static_cast<osg::UInt32>(kept.names.size());
+    kept.names.push_back(name);
+    kept.numbers.emplace(name, number);
+    return number;
 }
 
 inline bool sameName(const std::string& a, const std::string& b)
