@@ -22,17 +22,18 @@ TEST(Transform3D, MatrixIsTranslationTimesXYZRotationTimesScale)
     NodePtr node = Node::create();
     Transform3DPtr core = Transform3D::create();
     node->setCore(core);
-    zeNodeUtils::setTransformNodeRotation(node, 90, 90, 0, 0);
+    zeNodeUtils::setTransformNodeRotation(node, 90, 180, 0, 0);
 
     beginEditCP(core, Transform3D::TranslationFieldMask | Transform3D::ScaleFieldMask);
     core->setTranslation(Vec3f(1, 2, 3));
     core->setScale(Vec3f(2, 2, 2));
     endEditCP(core, Transform3D::TranslationFieldMask | Transform3D::ScaleFieldMask);
 
-    // (0,1,0) scaled to (0,2,0), about x by 90 to (0,0,2), about y by 90 to (2,0,0), translated.
+    // (0,1,0) scaled to (0,2,0), about x by 90 to (0,0,2), about y by 180 to (0,0,-2), translated.
+    // Unequal angles: the angles swapped, or applied y first, give another point.
     Pnt3f p(0, 1, 0);
     core->getMatrix().multMatrixPnt(p);
-    EXPECT_TRUE(p.equals(Pnt3f(3, 2, 3), 1e-5f)) << p;
+    EXPECT_TRUE(p.equals(Pnt3f(1, 2, 1), 1e-5f)) << p;
 
     // Without a node (or attachment) there is no rotation.
     Transform3DPtr lone = Transform3D::create();
