@@ -54,7 +54,7 @@ protected:
         root = add(osg::Group::create(), NullFC);
         osg::addRefCP(root);
         boxA = add(osg::Transform3D::create(), root);
-        boxB = add(osg::Transform3D::create(), root);
+        boxB = add(osg::Transform3D::create(), boxA); // one level deeper: the scene walks reach every depth
         lamp = add(osg::PointLight::create(), root);
         camera = add(osg::CameraSetting::create(), root);
         pasteCalls.clear();
